@@ -1,0 +1,218 @@
+#include "core/basText.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+#include <cerrno>
+#include <iconv.h>
+
+namespace {
+
+// One iconv conversion between UTF-16LE and GBK. Invalid input is replaced rather than
+// stopping the conversion: a GBK byte that is not part of a character becomes U+FFFD,
+// a character GBK cannot hold becomes "?".
+class Iconv
+{
+public:
+    Iconv(const char *to, const char *from)
+    {
+        m_cd = iconv_open(to, from);
+        if (m_cd == reinterpret_cast<iconv_t>(-1) && std::string(to) == "CP936")
+            m_cd = iconv_open("GBK", from);
+        if (m_cd == reinterpret_cast<iconv_t>(-1) && std::string(from) == "CP936")
+            m_cd = iconv_open(to, "GBK");
+    }
+    ~Iconv()
+    {
+        if (valid())
+            iconv_close(m_cd);
+    }
+    Iconv(const Iconv &) = delete;
+    Iconv &operator=(const Iconv &) = delete;
+    bool valid() const { return m_cd != reinterpret_cast<iconv_t>(-1); }
+
+    // Converts `in`; on a bad sequence of `badInputSize` bytes writes `replacement`.
+    QByteArray convert(const char *in, size_t size, size_t badInputSize, const QByteArray &replacement)
+    {
+        QByteArray out;
+        out.resize(qsizetype(size * 2 + 16));
+        char *inPtr = const_cast<char *>(in);
+        size_t inLeft = size;
+        char *outPtr = out.data();
+        size_t outLeft = size_t(out.size());
+        iconv(m_cd, nullptr, nullptr, nullptr, nullptr);
+        while (inLeft > 0) {
+            const size_t r = iconv(m_cd, &inPtr, &inLeft, &outPtr, &outLeft);
+            if (r != size_t(-1))
+                break;
+            if (errno == E2BIG || outLeft < size_t(replacement.size()) + 8) {
+                const qsizetype used = outPtr - out.data();
+                out.resize(out.size() * 2 + 16);
+                outPtr = out.data() + used;
+                outLeft = size_t(out.size() - used);
+                continue;
+            }
+            // EILSEQ or EINVAL: replace the offending unit and go on.
+            size_t skip = qMin(badInputSize, inLeft);
+            if (badInputSize == 2 && inLeft >= 4) {
+                // a surrogate pair counts as one character
+                const ushort unit = uchar(inPtr[0]) | (uchar(inPtr[1]) << 8);
+                if (unit >= 0xD800 && unit < 0xDC00)
+                    skip = 4;
+            }
+            inPtr += skip;
+            inLeft -= skip;
+            memcpy(outPtr, replacement.constData(), size_t(replacement.size()));
+            outPtr += replacement.size();
+            outLeft -= size_t(replacement.size());
+        }
+        out.resize(outPtr - out.data());
+        return out;
+    }
+
+private:
+    iconv_t m_cd;
+};
+
+QString fromUtf16Bytes(const char *data, qsizetype size)
+{
+    QString text(size / 2, Qt::Uninitialized);
+    memcpy(text.data(), data, size_t(size / 2 * 2));
+    return text;
+}
+
+bool isAscii(const QByteArray &bytes)
+{
+    for (char c : bytes)
+        if (uchar(c) >= 0x80)
+            return false;
+    return true;
+}
+
+} // namespace
+
+QString DecodeSystemCodePage(const QByteArray &bytes)
+{
+    if (isAscii(bytes))
+        return QString::fromLatin1(bytes);
+    QByteArrayView view(bytes);
+    if (view.startsWith("\xEF\xBB\xBF"))
+        view = view.sliced(3);
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(view);
+    if (!utf8.hasError())
+        return text;
+    static thread_local Iconv gbk("UTF-16LE", "CP936");
+    if (!gbk.valid())
+        return QString::fromLatin1(bytes);
+    const QByteArray replacement("\xFD\xFF", 2);
+    const QByteArray utf16 = gbk.convert(bytes.constData(), size_t(bytes.size()), 1, replacement);
+    return fromUtf16Bytes(utf16.constData(), utf16.size());
+}
+
+QByteArray EncodeSystemCodePage(const QString &text)
+{
+    bool ascii = true;
+    for (QChar c : text)
+        if (c.unicode() >= 0x80) {
+            ascii = false;
+            break;
+        }
+    if (ascii)
+        return text.toLatin1();
+    static thread_local Iconv gbk("CP936", "UTF-16LE");
+    if (!gbk.valid())
+        return text.toLatin1();
+    return gbk.convert(reinterpret_cast<const char *>(text.utf16()), size_t(text.size()) * 2, 2, QByteArray("?"));
+}
+
+WholeFileRead DecodeWholeFile(const QByteArray &bytes, bool guessUnmarkedUnicode)
+{
+    WholeFileRead result;
+    result.Ok = true;
+    if (bytes.isEmpty()) {
+        result.Empty = true;
+        return result;
+    }
+    qsizetype offset = 0;
+    if (bytes.size() >= 2 && ((uchar(bytes[0]) == 0xFF && uchar(bytes[1]) == 0xFE)
+                              || (uchar(bytes[0]) == 0xFE && uchar(bytes[1]) == 0xFF))) {
+        offset = 2;
+        result.Unicode = true;
+    } else if (guessUnmarkedUnicode && bytes.size() >= 2 && uchar(bytes[0]) < 128 && bytes[1] == 0) {
+        result.Unicode = true;
+    }
+    if (result.Unicode)
+        result.Text = fromUtf16Bytes(bytes.constData() + offset, bytes.size() - offset);
+    else
+        result.Text = DecodeSystemCodePage(bytes);
+    return result;
+}
+
+WholeFileRead ReadWholeFile(const QString &path, bool guessUnmarkedUnicode)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        WholeFileRead failed;
+        failed.Error = file.errorString();
+        return failed;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        WholeFileRead failed;
+        failed.Error = file.errorString();
+        return failed;
+    }
+    return DecodeWholeFile(bytes, guessUnmarkedUnicode);
+}
+
+TextFileRead ReadTextStream(const QString &path, int fileCode)
+{
+    TextFileRead result;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        result.Error = file.errorString();
+        return result;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        result.Error = file.errorString();
+        return result;
+    }
+    result.Ok = true;
+    const bool marked = bytes.size() >= 2 && uchar(bytes[0]) == 0xFF && uchar(bytes[1]) == 0xFE;
+    if (fileCode == 0) {
+        result.Text = DecodeSystemCodePage(bytes);
+    } else if (fileCode == -1 || marked) {
+        const qsizetype offset = marked ? 2 : 0;
+        result.Text = fromUtf16Bytes(bytes.constData() + offset, bytes.size() - offset);
+    } else {
+        result.Text = DecodeSystemCodePage(bytes);
+    }
+    return result;
+}
+
+bool WriteTextFile(const QString &path, const QString &text, bool unicode, QString *error)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    QByteArray bytes;
+    if (unicode) {
+        bytes.reserve(text.size() * 2 + 2);
+        bytes.append("\xFF\xFE", 2);
+        bytes.append(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+    } else {
+        bytes = EncodeSystemCodePage(text);
+    }
+    if (file.write(bytes) != bytes.size() || !file.commit()) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,201 @@
+#include "core/basTime.h"
+
+#include "core/VelmarError.h"
+#include "core/basConvert.h"
+
+#include <QList>
+#include <array>
+#include <cmath>
+
+using namespace basConvert;
+
+QString TimeToString(double seconds, int precision)
+{
+    if (seconds < 0)
+        return precision == 1 ? QStringLiteral("0:00:00.0") : QStringLiteral("0:00:00.00");
+    const qint64 whole = qint64(std::floor(seconds));
+    const qint64 hours = whole / 3600;
+    const qint64 minutes = (whole % 3600) / 60;
+    const qint64 secs = whole % 60;
+    // The 1e-5 absorbs binary representation error: the only rounding in the chain.
+    const qint64 hundredths = qint64(std::floor(seconds * 100 + 0.00001));
+    qint64 fraction;
+    if (precision == 1)
+        fraction = qint64(std::nearbyint(double(hundredths) / 10)) % 10;
+    else
+        fraction = hundredths % 100;
+
+    QString text;
+    text.reserve(12);
+    text += QString::number(hours);
+    text += u':';
+    text += QChar(u'0' + int(minutes / 10));
+    text += QChar(u'0' + int(minutes % 10));
+    text += u':';
+    text += QChar(u'0' + int(secs / 10));
+    text += QChar(u'0' + int(secs % 10));
+    text += u'.';
+    if (precision == 1) {
+        text += QChar(u'0' + int(fraction));
+    } else {
+        text += QChar(u'0' + int(fraction / 10));
+        text += QChar(u'0' + int(fraction % 10));
+    }
+    return text;
+}
+
+namespace {
+
+// A term of the strict parser: its numeric value, or nothing when it is not numeric.
+double term(QStringView text, qsizetype start, qsizetype length)
+{
+    const QStringView piece = text.sliced(start - 1).left(length);
+    double value = 0;
+    try {
+        value = CDbl(piece);
+    } catch (const VelmarError &) {
+        value = 0;
+    }
+    return value;
+}
+
+} // namespace
+
+double StringToTime(QStringView text)
+{
+    const qsizetype n = text.size();
+    if (n != 10 && n != 9 && n != 11)
+        return 0;
+    return term(text, 1, 1) * 3600 + term(text, 3, 2) * 60 + term(text, 6, 2) + term(text, 9, 2) / 100;
+}
+
+double LooseStringToTime(QStringView input)
+{
+    const QString text = Left(Trim(input), 11);
+    QStringView clock = text;
+    QStringView fractionText = u"0";
+    const qsizetype point = text.indexOf(u'.');
+    if (point >= 0) {
+        clock = QStringView(text).left(point);
+        fractionText = QStringView(text).sliced(point + 1);
+    }
+    double fraction = 0;
+    try {
+        fraction = CDbl(QString(QStringLiteral("0.") + fractionText.toString()));
+        while (fraction >= 1)
+            fraction /= 10;
+    } catch (const VelmarError &) {
+    }
+
+    qint16 hours = 0, minutes = 0, secs = 0;
+    if (!clock.isEmpty()) {
+        for (QStringView field : clock.split(u':')) {
+            hours = minutes;
+            minutes = secs;
+            try {
+                secs = CInt(field);
+            } catch (const VelmarError &) {
+            }
+        }
+    }
+    // Whole seconds in 16-bit arithmetic: any overflow skips the statement, leaving 0.
+    auto checked = [](int v) {
+        if (v < -32768 || v > 32767)
+            throw VelmarError::Overflow();
+        return v;
+    };
+    try {
+        const int total = checked(checked(checked(hours * 3600) + checked(minutes * 60)) + secs);
+        return total + fraction;
+    } catch (const VelmarError &) {
+        return 0;
+    }
+}
+
+QString ColourToHex(qint64 colour, std::optional<qint64> alpha)
+{
+    QString hex = Hex(colour);
+    if (hex.size() < 6)
+        hex.prepend(QString(6 - hex.size(), u'0'));
+    if (!alpha)
+        return QStringLiteral("&H") + hex;
+    QString a = Hex(*alpha);
+    if (a.size() < 2)
+        a.prepend(QString(2 - a.size(), u'0'));
+    return QStringLiteral("&H") + a + hex;
+}
+
+namespace {
+
+struct NamedKey
+{
+    int code;
+    const char16_t *name;
+};
+
+constexpr std::array<NamedKey, 5> kMovementKeys{{
+    {13, u"Enter"}, {37, u"Left"}, {39, u"Right"}, {38, u"Up"}, {40, u"Down"}}};
+
+} // namespace
+
+QString KeyCodeToName(int code)
+{
+    if (code >= 112 && code <= 123)
+        return u'F' + QString::number(code - 111);
+    for (const NamedKey &k : kMovementKeys)
+        if (k.code == code)
+            return QString::fromUtf16(k.name);
+    if (code >= 65 && code <= 90)
+        return QString(QChar(code));
+    return QStringLiteral("Undefined");
+}
+
+int KeyNameToCode(QStringView name)
+{
+    for (int code = 112; code <= 123; ++code)
+        if (name == KeyCodeToName(code))
+            return code;
+    for (const NamedKey &k : kMovementKeys)
+        if (name == QStringView(k.name))
+            return k.code;
+    if (name == u"Undefined")
+        return 0;
+    // Any other name that sorts between "A" and "Z" stands for its first letter.
+    if (name.compare(u"A", Qt::CaseSensitive) >= 0 && name.compare(u"Z", Qt::CaseSensitive) <= 0)
+        return name[0].unicode();
+    return 0;
+}
+
+namespace {
+
+constexpr std::array<const char16_t *, 6> kLineTypeNames{
+    u"Dialogue", u"Comment", u"Picture", u"Sound", u"Movie", u"Command"};
+constexpr std::array<const char16_t *, 6> kLineTypeChinese{
+    u"对白", u"注释", u"图片", u"声音", u"动画", u"命令"};
+
+} // namespace
+
+QString LineTypeName(int type)
+{
+    if (type < 0 || type >= int(kLineTypeNames.size()))
+        return {};
+    return QString::fromUtf16(kLineTypeNames[type]);
+}
+
+int LineTypeFromName(QStringView name)
+{
+    const QString upper = name.toString().toUpper();
+    for (int i = 0; i < int(kLineTypeNames.size()); ++i)
+        if (upper == QString::fromUtf16(kLineTypeNames[i]).toUpper())
+            return i;
+    return 0;
+}
+
+int LineTypeFromChinese(QStringView name)
+{
+    const QString upper = name.toString().toUpper();
+    for (int i = 0; i < int(kLineTypeChinese.size()); ++i)
+        if (upper == QStringView(kLineTypeChinese[i]))
+            return i;
+    return 0;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <optional>
+
+// Times are Double seconds; hundredths exist only in their strings.
+
+// "H:MM:SS.hh" (precision 2) or "H:MM:SS.h" (precision 1). No carry runs from the
+// fraction into the seconds, and the hours grow past one digit unpadded.
+QString TimeToString(double seconds, int precision = 2);
+// The strict parser: lengths 9, 10 and 11 only, fixed columns, the fraction always
+// read as two characters over 100; a term that is not numeric is left out.
+double StringToTime(QStringView text);
+// The tolerant parser for typed and copied text: "5", "1:05", "1:02:03.5". The whole
+// seconds are summed in 16-bit arithmetic; an overflow gives 0.
+double LooseStringToTime(QStringView text);
+
+// "&H" + colour in upper-case hexadecimal padded to six places; with an alpha, the
+// alpha padded to two places goes ahead of it. No bytes are swapped.
+QString ColourToHex(qint64 colour, std::optional<qint64> alpha = std::nullopt);
+
+// The names of the hot keys: "F1".."F12", "Enter", arrows, "A".."Z", else "Undefined".
+QString KeyCodeToName(int code);
+int KeyNameToCode(QStringView name);
+
+// Event line types 0..5: Dialogue, Comment, Picture, Sound, Movie, Command.
+QString LineTypeName(int type);
+int LineTypeFromName(QStringView name);
+int LineTypeFromChinese(QStringView name);

@@ -1,0 +1,6 @@
+#include "shell/CHotKeys.h"
+
+void CHotKeys::Init()
+{
+    HOTKEY_SaveFile = 83;
+}
