@@ -154,3 +154,32 @@ TEST(SettingsStore, DefaultsTextsAndNumbers)
     EXPECT_FALSE(GetRegistryValue("HKEY_CURRENT_USER", "Software\\Velmar\\Setting", "None", result));
     EXPECT_EQ(result, "");
 }
+
+#include "core/CSparseMatrix.h"
+
+TEST(SparseMatrix, ZeroCellsAreNeverStored)
+{
+    CSparseMatrix m;
+    m.vlaue(1, 2, "5");
+    EXPECT_EQ(m.Value(1, 2), "5");
+    m.vlaue(1, 2, "0");
+    EXPECT_EQ(m.Value(1, 2), "");
+    EXPECT_EQ(m.Count(), 0);
+    m.vlaue(3, 4, "abc"); // not a number: its value is 0
+    EXPECT_EQ(m.Count(), 0);
+    m.vlaue(12, 3, "7");
+    EXPECT_EQ(m.Value(1, 23), ""); // "12,3" and "1,23" are different keys
+}
+
+#include "core/basWindowList.h"
+
+TEST(WindowWalk, FirstByTagAndNext)
+{
+    const QStringList tags{"3", "5", "8"};
+    EXPECT_EQ(FindWindowByTag(tags, "1", false), 0); // "1" with the flag clear: the first window
+    EXPECT_EQ(FindWindowByTag(tags, "5", false), 1);
+    EXPECT_EQ(FindWindowByTag(tags, "3", true), 1);
+    EXPECT_EQ(FindWindowByTag(tags, "8", true), -1); // end of the list
+    EXPECT_EQ(FindWindowByTag(tags, "4", false), -1);
+    EXPECT_EQ(FindWindowByTag({}, "1", false), -1);
+}
