@@ -1,0 +1,36 @@
+#include "FuzzSupport.h"
+
+#include "core/CScriptedPrompt.h"
+#include "core/basPlatform.h"
+#include "core/basSetting.h"
+#include "core/basText.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+void FuzzInit()
+{
+    static bool done = false;
+    if (done)
+        return;
+    done = true;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char *argv[] = {name, nullptr};
+    static QGuiApplication app(argc, argv);
+    static QTemporaryDir home;
+    SetSettingsFile(home.filePath(QStringLiteral("Velmar.ini")));
+    SetProgramFolder(home.filePath(QStringLiteral("program")));
+    QDir().mkpath(home.filePath(QStringLiteral("program")));
+    static CScriptedPrompt prompt;
+    prompt.DefaultYesNo = MsgBoxResult::Yes;
+    SetPrompt(&prompt);
+}
+
+QString FuzzText(const uint8_t *data, size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
+    return DecodeWholeFile(bytes, false).Text;
+}
