@@ -6,6 +6,7 @@
 #include "player/CPlayers.h"
 #include "ui/QtMediaControl.h"
 
+#include <QFile>
 #include <QMediaDevices>
 #include <QAudioDevice>
 #include <QProcess>
@@ -169,6 +170,17 @@ TEST_P(RealMedia, PlayerDocumentOpensThroughTheControl)
     player->SamllForword();
     EXPECT_NEAR(player->CurrentPosition(), 5.0, 0.1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 5000) <= 100; }, Timeout));
+
+    // Reset while playing: stop, to 0, back to where it was, and on.
+    player->Pause();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return player->CurrentPosition() > 5.3; }, Timeout));
+    player->Reset();
+    const double remembered = control.currentPosition();
+    EXPECT_GT(remembered, 5.2);
+    EXPECT_EQ(player->PlayState(), MediaPlayState::Playing);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return control.mediaPlayer()->position() >= qint64(remembered * 1000) - 100; },
+                                2000));
+    EXPECT_TRUE(prompt.Messages().isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Containers, RealMedia, ::testing::Values("mp4", "mkv"));
@@ -185,6 +197,34 @@ TEST(QtMediaControl, FileThatCannotBeTakenLeavesTheUrlEmpty)
     control.play();
     control.setCurrentPosition(3.0);
     EXPECT_EQ(control.currentPosition(), 0.0);
+}
+
+TEST(QtMediaControl, FileThatIsNoVideoNeverOpens)
+{
+    CScriptedPrompt prompt;
+    SetPrompt(&prompt);
+    const std::unique_ptr<void, void (*)(void *)> restore(&prompt, [](void *) { SetPrompt(nullptr); });
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("bad.avi"));
+    {
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(QByteArray(4096, 'x'));
+    }
+    QtMediaControl control;
+    CPlayers players;
+    CPlayer *player = players.Create(nullptr, &control);
+    player->setContent(file);
+    EXPECT_EQ(control.URL(), file);
+    if (!QTest::qWaitFor([&] { return control.mediaPlayer()->mediaStatus() == QMediaPlayer::InvalidMedia; }, Timeout))
+        GTEST_SKIP() << "the media backend did not judge the file";
+    EXPECT_NE(control.openState(), MediaOpenState::MediaOpen);
+    EXPECT_EQ(player->ImageSourceWidth(), 640);
+    EXPECT_EQ(player->ImageSourceHeight(), 480);
+    player->Pause();
+    player->SamllForword();
+    EXPECT_NE(player->PlayState(), MediaPlayState::Playing);
+    EXPECT_TRUE(prompt.Messages().isEmpty());
 }
 
 TEST(QtMediaControl, AudioOutputOnlyWhereTheMachineHasOne)
