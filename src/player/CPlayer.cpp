@@ -39,7 +39,7 @@ void CPlayer::setplayer(IMediaControl *control)
     m_control = control;
     if (control && control->Events())
         m_openStateLink = QObject::connect(control->Events(), &CMediaControlEvents::OpenStateChange,
-                                           [this](int state) { onOpenStateChange(state); });
+            [this](int state) { onOpenStateChange(state); });
 }
 
 IMediaControl &CPlayer::control() const
@@ -67,8 +67,7 @@ void CPlayer::onOpenStateChange(int state)
                 m_imageWidth = width;
                 m_imageHeight = height;
             }
-        } catch (...) {
-        }
+        } catch (...) { }
     }
 }
 

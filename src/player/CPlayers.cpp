@@ -19,8 +19,7 @@ void readStep(const QString &key, double &step)
 {
     try {
         step = CDbl(GetSetting(Section, key, QStringLiteral("3")));
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
 }
 
 } // namespace
@@ -93,8 +92,8 @@ CPlayer *CPlayers::link(std::unique_ptr<CPlayer> player)
     ++m_counter;
     if (IPlayerWindow *form = raw->Window()) {
         form->setTag(QString::number(m_counter));
-        form->setCaption(Msg(QStringLiteral("PLAYER_TITLE_000")) + QLatin1Char('(') + QString::number(m_counter)
-                         + QLatin1Char(')'));
+        form->setCaption(Msg(QStringLiteral("PLAYER_TITLE_000")) + QLatin1Char('(')
+            + QString::number(m_counter) + QLatin1Char(')'));
     }
     if (Created)
         Created(raw);

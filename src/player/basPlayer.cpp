@@ -92,8 +92,8 @@ double SliderSpeed(int sliderValue, int listIndex)
 
 QString SliderSpeedTip(int sliderValue, int listIndex)
 {
-    return Msg(QStringLiteral("PLAYER_BAND_CAPTION_100")) + QString::number(qint64(sliderValue) * 10 * (listIndex + 1))
-           + QLatin1Char('%');
+    return Msg(QStringLiteral("PLAYER_BAND_CAPTION_100"))
+        + QString::number(qint64(sliderValue) * 10 * (listIndex + 1)) + QLatin1Char('%');
 }
 
 QStringList SpeedListEntries()
@@ -106,15 +106,16 @@ QStringList SpeedListEntries()
 
 QString SmallBackTip(double backStep, const CHotKeys &keys)
 {
-    return withKeyName(Msg(QStringLiteral("PLAYER_BUTTON_TIP_101")) + CStr(backStep) + Msg(QStringLiteral("MDI_MSG_104")),
-                       keys.HOTKEY_PlayBack());
+    return withKeyName(
+        Msg(QStringLiteral("PLAYER_BUTTON_TIP_101")) + CStr(backStep) + Msg(QStringLiteral("MDI_MSG_104")),
+        keys.HOTKEY_PlayBack());
 }
 
 QString SmallForwordTip(double forwordStep, const CHotKeys &keys)
 {
-    return withKeyName(Msg(QStringLiteral("PLAYER_BUTTON_TIP_103")) + CStr(forwordStep)
-                           + Msg(QStringLiteral("MDI_MSG_104")),
-                       keys.HOTKEY_PlayForword());
+    return withKeyName(
+        Msg(QStringLiteral("PLAYER_BUTTON_TIP_103")) + CStr(forwordStep) + Msg(QStringLiteral("MDI_MSG_104")),
+        keys.HOTKEY_PlayForword());
 }
 
 QString ResetTip(const CHotKeys &keys)
@@ -124,13 +125,14 @@ QString ResetTip(const CHotKeys &keys)
 
 QSize PictureSize(int imageSourceWidth, int imageSourceHeight)
 {
-    return QSize(imageSourceWidth == 0 ? 640 : imageSourceWidth, imageSourceHeight == 0 ? 480 : imageSourceHeight);
+    return QSize(
+        imageSourceWidth == 0 ? 640 : imageSourceWidth, imageSourceHeight == 0 ? 480 : imageSourceHeight);
 }
 
 QString PositionPanelText(int x, int y)
 {
     return QStringLiteral(" X=") + QString::number(x) + QStringLiteral("  Y=") + QString::number(y)
-           + QStringLiteral("  ");
+        + QStringLiteral("  ");
 }
 
 QString PositionPanelInitialText()

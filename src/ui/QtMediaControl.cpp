@@ -21,7 +21,9 @@
 class QtMediaControl::PictureArea : public QWidget
 {
 public:
-    explicit PictureArea(QtMediaControl *owner) : QWidget(owner), m_owner(owner)
+    explicit PictureArea(QtMediaControl *owner)
+        : QWidget(owner)
+        , m_owner(owner)
     {
         setAttribute(Qt::WA_OpaquePaintEvent);
         setMinimumSize(16, 16);
@@ -53,7 +55,8 @@ private:
     QtMediaControl *m_owner;
 };
 
-QtMediaControl::QtMediaControl(QWidget *parent) : QWidget(parent)
+QtMediaControl::QtMediaControl(QWidget *parent)
+    : QWidget(parent)
 {
     m_player = new QMediaPlayer(this);
     m_sink = new QVideoSink(this);
@@ -335,7 +338,8 @@ void QtMediaControl::setMode(const QString &mode, bool on)
         return;
     m_showFrame = on;
     // A video already stopped gets its frame now.
-    if (on && m_state == MediaPlayState::Stopped && loaded() && m_player->playbackState() == QMediaPlayer::StoppedState)
+    if (on && m_state == MediaPlayState::Stopped && loaded()
+        && m_player->playbackState() == QMediaPlayer::StoppedState)
         holdFrame();
     m_picture->update();
 }
@@ -379,7 +383,7 @@ int QtMediaControl::BarHeight() const
 QSize QtMediaControl::sizeHint() const
 {
     const QSize picture(imageSourceWidth() > 0 ? imageSourceWidth() : 640,
-                        imageSourceHeight() > 0 ? imageSourceHeight() : 480);
+        imageSourceHeight() > 0 ? imageSourceHeight() : 480);
     return picture + QSize(0, BarHeight());
 }
 
@@ -392,8 +396,9 @@ QRect QtMediaControl::PictureRect() const
     if (picture.isEmpty() || area.isEmpty())
         return area;
     const QSize fitted = picture.scaled(area.size(), Qt::KeepAspectRatio);
-    return QRect(QPoint(area.x() + (area.width() - fitted.width()) / 2, area.y() + (area.height() - fitted.height()) / 2),
-                 fitted);
+    return QRect(QPoint(area.x() + (area.width() - fitted.width()) / 2,
+                     area.y() + (area.height() - fitted.height()) / 2),
+        fitted);
 }
 
 QPoint QtMediaControl::ToPicturePixel(const QPoint &areaPoint) const
@@ -405,11 +410,12 @@ QPoint QtMediaControl::ToPicturePixel(const QPoint &areaPoint) const
         return areaPoint;
     const qint64 x = qint64(areaPoint.x() - shown.x()) * width / shown.width();
     const qint64 y = qint64(areaPoint.y() - shown.y()) * height / shown.height();
-    return QPoint(int(qBound<qint64>(0, x, qint64(width) - 1)), int(qBound<qint64>(0, y, qint64(height) - 1)));
+    return QPoint(
+        int(qBound<qint64>(0, x, qint64(width) - 1)), int(qBound<qint64>(0, y, qint64(height) - 1)));
 }
 
-void QtMediaControl::pictureClicked(Qt::MouseButton button, Qt::KeyboardModifiers modifiers,
-                                    const QPoint &areaPoint)
+void QtMediaControl::pictureClicked(
+    Qt::MouseButton button, Qt::KeyboardModifiers modifiers, const QPoint &areaPoint)
 {
     int code = 0;
     if (button == Qt::LeftButton)
@@ -436,5 +442,6 @@ void QtMediaControl::updateBar()
     m_slider->setRange(0, int(qMin<qint64>(length, INT_MAX)));
     if (!m_slider->isSliderDown())
         m_slider->setValue(int(position * 1000.0));
-    m_time->setText(TimeToString(position, 2) + QStringLiteral(" / ") + TimeToString(double(length) / 1000.0, 2));
+    m_time->setText(
+        TimeToString(position, 2) + QStringLiteral(" / ") + TimeToString(double(length) / 1000.0, 2));
 }

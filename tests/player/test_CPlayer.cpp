@@ -46,8 +46,8 @@ TEST_F(CPlayerTest, OpenReadsHeaderWithPlayAndStopAndTakesSize)
     control.AutoStart = false;
     player.setContent(QStringLiteral("/media/film.mkv"));
     EXPECT_EQ(control.Calls,
-              QStringList({QStringLiteral("url /media/film.mkv"), QStringLiteral("rate 1"), QStringLiteral("rate 1"),
-                           QStringLiteral("play"), QStringLiteral("stop")}));
+        QStringList({ QStringLiteral("url /media/film.mkv"), QStringLiteral("rate 1"),
+            QStringLiteral("rate 1"), QStringLiteral("play"), QStringLiteral("stop") }));
     EXPECT_EQ(player.ImageSourceWidth(), 320);
     EXPECT_EQ(player.ImageSourceHeight(), 240);
     EXPECT_EQ(player.PlayState(), Stopped);
@@ -95,8 +95,9 @@ TEST_F(CPlayerTest, OpenFaultsReportMessage200)
     control.Failing << QStringLiteral("setURL");
     player.setContent(QStringLiteral("/media/film.mkv"));
     player.setPlayerFileName(QStringLiteral("/media/film.mkv"));
-    EXPECT_EQ(prompt.Messages(), QStringList({QStringLiteral("打开文件出错，可能是因为外挂字幕不正确"),
-                                              QStringLiteral("打开文件出错，可能是因为外挂字幕不正确")}));
+    EXPECT_EQ(prompt.Messages(),
+        QStringList({ QStringLiteral("打开文件出错，可能是因为外挂字幕不正确"),
+            QStringLiteral("打开文件出错，可能是因为外挂字幕不正确") }));
 }
 
 TEST_F(CPlayerTest, PositionGuardAcceptsOnlyInsideTheFile)
@@ -119,7 +120,8 @@ TEST_F(CPlayerTest, PositionFaultsReportTheirMessages)
     control.Failing << QStringLiteral("currentPosition") << QStringLiteral("setCurrentPosition");
     EXPECT_EQ(player.CurrentPosition(), 0.0);
     player.setCurrentPosition(3.0);
-    EXPECT_EQ(prompt.Messages(), QStringList({QStringLiteral("取得时间错误"), QStringLiteral("设置时间错误")}));
+    EXPECT_EQ(
+        prompt.Messages(), QStringList({ QStringLiteral("取得时间错误"), QStringLiteral("设置时间错误") }));
 }
 
 TEST_F(CPlayerTest, MoveStaysInsideTheFile)
@@ -134,7 +136,7 @@ TEST_F(CPlayerTest, MoveStaysInsideTheFile)
     player.Move(2.0); // exactly the end: refused
     player.Move(30.0);
     EXPECT_DOUBLE_EQ(control.currentPosition(), 58.0);
-    EXPECT_EQ(control.Calls, QStringList({QStringLiteral("seek 15"), QStringLiteral("seek 0")}));
+    EXPECT_EQ(control.Calls, QStringList({ QStringLiteral("seek 15"), QStringLiteral("seek 0") }));
     EXPECT_EQ(control.playState(), Stopped);
 }
 
@@ -180,7 +182,7 @@ TEST_F(CPlayerTest, PauseTogglesByState)
     EXPECT_EQ(control.playState(), Paused);
     control.Calls.clear();
     player.Pause(); // paused: speed first, then play
-    EXPECT_EQ(control.Calls, QStringList({QStringLiteral("rate 0.5"), QStringLiteral("play")}));
+    EXPECT_EQ(control.Calls, QStringList({ QStringLiteral("rate 0.5"), QStringLiteral("play") }));
 
     control.Calls.clear();
     control.setPlayStateDirect(Undefined);
@@ -192,13 +194,15 @@ TEST_F(CPlayerTest, PauseTogglesByState)
     control.Failing << QStringLiteral("playState");
     player.Pause();
     EXPECT_EQ(player.PlayState(), Undefined);
-    EXPECT_EQ(prompt.Messages(), QStringList({QStringLiteral("状态改变错误"), QStringLiteral("状态取得错误")}));
+    EXPECT_EQ(
+        prompt.Messages(), QStringList({ QStringLiteral("状态改变错误"), QStringLiteral("状态取得错误") }));
 }
 
 TEST_F(CPlayerTest, SpeedIsClampedAndWrittenWhereRateIsAvailable)
 {
     open();
-    const std::pair<double, double> cases[] = {{0.0, 0.1}, {-1.0, 0.1}, {0.1, 0.1}, {2.0, 2.0}, {2.1, 2.0}, {1.25, 1.25}};
+    const std::pair<double, double> cases[]
+        = { { 0.0, 0.1 }, { -1.0, 0.1 }, { 0.1, 0.1 }, { 2.0, 2.0 }, { 2.1, 2.0 }, { 1.25, 1.25 } };
     for (auto [given, kept] : cases) {
         player.setSpeed(given);
         EXPECT_DOUBLE_EQ(player.Speed(), kept) << given;
@@ -235,8 +239,9 @@ TEST_F(CPlayerTest, ResetComesBackToThePositionAndPlays)
     open();
     control.setPositionDirect(42.0);
     player.Reset();
-    EXPECT_EQ(control.Calls, QStringList({QStringLiteral("stop"), QStringLiteral("seek 0"), QStringLiteral("seek 42"),
-                                          QStringLiteral("play")}));
+    EXPECT_EQ(control.Calls,
+        QStringList({ QStringLiteral("stop"), QStringLiteral("seek 0"), QStringLiteral("seek 42"),
+            QStringLiteral("play") }));
     EXPECT_DOUBLE_EQ(control.currentPosition(), 42.0);
     control.Failing << QStringLiteral("stop");
     player.Reset();
@@ -275,9 +280,9 @@ TEST_F(CPlayerTest, NoControlReportsInsteadOfCrashing)
     bare.Move(1.0);
     bare.setContent(QStringLiteral("x.avi"));
     EXPECT_EQ(bare.PlayerFileName(), QString());
-    EXPECT_EQ(prompt.Messages(), QStringList({QStringLiteral("取得时间错误"), QStringLiteral("状态改变错误"),
-                                              QStringLiteral("移动位置错误"),
-                                              QStringLiteral("打开文件出错，可能是因为外挂字幕不正确")}));
+    EXPECT_EQ(prompt.Messages(),
+        QStringList({ QStringLiteral("取得时间错误"), QStringLiteral("状态改变错误"),
+            QStringLiteral("移动位置错误"), QStringLiteral("打开文件出错，可能是因为外挂字幕不正确") }));
 }
 
 TEST_F(CPlayerTest, ReplacedControlNoLongerDrivesTheDocument)

@@ -31,7 +31,8 @@ TEST_F(CPlayersTest, StepsRoundTripThroughTheStore)
         players->setForwordStep(0.25);
     }
     EXPECT_EQ(GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("PlayBack")), QStringLiteral("1.5"));
-    EXPECT_EQ(GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("PlayForword")), QStringLiteral("0.25"));
+    EXPECT_EQ(
+        GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("PlayForword")), QStringLiteral("0.25"));
     auto again = makeList();
     EXPECT_DOUBLE_EQ(again->BackStep(), 1.5);
     EXPECT_DOUBLE_EQ(again->ForwordStep(), 0.25);
@@ -59,7 +60,7 @@ TEST_F(CPlayersTest, CreateNumbersNamesAndAnnounces)
     CFakeMediaControl c1, c2;
     CPlayer *p1 = players->Create(&w1, &c1);
     CPlayer *p2 = players->Create(&w2, &c2);
-    EXPECT_EQ(created, (std::vector<CPlayer *>{p1, p2}));
+    EXPECT_EQ(created, (std::vector<CPlayer *> { p1, p2 }));
     EXPECT_EQ(w1.tag, QStringLiteral("1"));
     EXPECT_EQ(w1.caption, QStringLiteral("播放器(1)"));
     EXPECT_EQ(w2.caption, QStringLiteral("播放器(2)"));
@@ -149,7 +150,7 @@ TEST_F(CPlayersTest, OpenFileFindsThePlayerByTagAndAnnouncesTheName)
     players->Create(&w1, &c1);
     CPlayer *p2 = players->Create(&w2, &c2);
     players->OpenFile(&w2, QStringLiteral("/b.avi"));
-    EXPECT_EQ(renamed, QList<CPlayer *>{p2});
+    EXPECT_EQ(renamed, QList<CPlayer *> { p2 });
     EXPECT_EQ(p2->PlayerFileName(), QStringLiteral("/b.avi"));
     EXPECT_EQ(c1.URL(), QString());
 

@@ -100,8 +100,8 @@ TEST(basPlayer, SpeedBandGivesUnclampedTip)
     EXPECT_EQ(SliderSpeedTip(0, 0), QStringLiteral("播放速度0%"));
     EXPECT_EQ(SliderSpeedTip(13, 1), QStringLiteral("播放速度260%"));
     EXPECT_EQ(SpeedListEntries(),
-              QStringList({QStringLiteral("1倍"), QStringLiteral("2倍"), QStringLiteral("3倍"), QStringLiteral("4倍"),
-                           QStringLiteral("5倍")}));
+        QStringList({ QStringLiteral("1倍"), QStringLiteral("2倍"), QStringLiteral("3倍"),
+            QStringLiteral("4倍"), QStringLiteral("5倍") }));
 }
 
 TEST(basPlayer, ToolTipsShowStepsAndKeys)

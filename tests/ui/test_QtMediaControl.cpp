@@ -6,9 +6,9 @@
 #include "player/CPlayers.h"
 #include "ui/QtMediaControl.h"
 
+#include <QAudioDevice>
 #include <QFile>
 #include <QMediaDevices>
-#include <QAudioDevice>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -29,12 +29,13 @@ QString makeVideo(const QTemporaryDir &dir, const QString &ext)
     if (ffmpeg.isEmpty())
         return {};
     const QString out = dir.filePath(QStringLiteral("test.") + ext);
-    for (const QString &codec : {QStringLiteral("libx264"), QStringLiteral("mpeg4")}) {
+    for (const QString &codec : { QStringLiteral("libx264"), QStringLiteral("mpeg4") }) {
         QProcess run;
-        run.start(ffmpeg, {QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"), QStringLiteral("error"),
-                           QStringLiteral("-y"), QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                           QStringLiteral("testsrc=duration=10:size=320x240:rate=25"), QStringLiteral("-c:v"), codec,
-                           QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), out});
+        run.start(ffmpeg,
+            { QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"), QStringLiteral("error"),
+                QStringLiteral("-y"), QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
+                QStringLiteral("testsrc=duration=10:size=320x240:rate=25"), QStringLiteral("-c:v"), codec,
+                QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), out });
         if (run.waitForFinished(60000) && run.exitStatus() == QProcess::NormalExit && run.exitCode() == 0)
             return out;
     }
@@ -105,7 +106,8 @@ TEST_P(RealMedia, OpenSeekWhileStoppedPlayAndPause)
     // Asked for at once after the open: the decoder takes it only with its first frame.
     control.setCurrentPosition(3.0);
     EXPECT_NEAR(control.currentPosition(), 3.0, 0.1);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 3000) <= 100; }, Timeout))
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 3000) <= 100; }, Timeout))
         << "seek while stopped did not take effect, position " << control.mediaPlayer()->position();
     EXPECT_NEAR(control.currentPosition(), 3.0, 0.1);
     EXPECT_EQ(control.playState(), MediaPlayState::Stopped);
@@ -118,8 +120,8 @@ TEST_P(RealMedia, OpenSeekWhileStoppedPlayAndPause)
         Timeout));
     EXPECT_TRUE(control.ShownFrame().isValid());
     std::printf("[ media ] %s: duration %.3f s, size %dx%d, position after stopped seek %.3f s\n", GetParam(),
-                control.duration(), control.imageSourceWidth(), control.imageSourceHeight(),
-                control.currentPosition());
+        control.duration(), control.imageSourceWidth(), control.imageSourceHeight(),
+        control.currentPosition());
 
     frames.clear();
     control.play();
@@ -137,14 +139,16 @@ TEST_P(RealMedia, OpenSeekWhileStoppedPlayAndPause)
     EXPECT_TRUE(last.isValid());
     EXPECT_EQ(last.size(), QSize(320, 240));
     EXPECT_TRUE(hasPicture(last));
-    std::printf("[ media ] %s: %d frames while playing, paused at %.3f s\n", GetParam(), int(frames.size()), paused);
+    std::printf(
+        "[ media ] %s: %d frames while playing, paused at %.3f s\n", GetParam(), int(frames.size()), paused);
 
     control.stop();
     EXPECT_EQ(control.playState(), MediaPlayState::Stopped);
     EXPECT_NEAR(control.currentPosition(), 0.0, 0.05);
     // Seeks after a stop are kept too.
     control.setCurrentPosition(5.0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 5000) <= 100; }, Timeout));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 5000) <= 100; }, Timeout));
 }
 
 TEST_P(RealMedia, PlayerDocumentOpensThroughTheControl)
@@ -169,7 +173,8 @@ TEST_P(RealMedia, PlayerDocumentOpensThroughTheControl)
     EXPECT_NEAR(player->CurrentPosition(), 2.0, 0.1);
     player->SamllForword();
     EXPECT_NEAR(player->CurrentPosition(), 5.0, 0.1);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 5000) <= 100; }, Timeout));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return qAbs(control.mediaPlayer()->position() - 5000) <= 100; }, Timeout));
 
     // Reset while playing: stop, to 0, back to where it was, and on.
     player->Pause();
@@ -178,8 +183,8 @@ TEST_P(RealMedia, PlayerDocumentOpensThroughTheControl)
     const double remembered = control.currentPosition();
     EXPECT_GT(remembered, 5.2);
     EXPECT_EQ(player->PlayState(), MediaPlayState::Playing);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return control.mediaPlayer()->position() >= qint64(remembered * 1000) - 100; },
-                                2000));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return control.mediaPlayer()->position() >= qint64(remembered * 1000) - 100; }, 2000));
     EXPECT_TRUE(prompt.Messages().isEmpty());
 }
 
@@ -216,7 +221,8 @@ TEST(QtMediaControl, FileThatIsNoVideoNeverOpens)
     CPlayer *player = players.Create(nullptr, &control);
     player->setContent(file);
     EXPECT_EQ(control.URL(), file);
-    if (!QTest::qWaitFor([&] { return control.mediaPlayer()->mediaStatus() == QMediaPlayer::InvalidMedia; }, Timeout))
+    if (!QTest::qWaitFor(
+            [&] { return control.mediaPlayer()->mediaStatus() == QMediaPlayer::InvalidMedia; }, Timeout))
         GTEST_SKIP() << "the media backend did not judge the file";
     EXPECT_NE(control.openState(), MediaOpenState::MediaOpen);
     EXPECT_EQ(player->ImageSourceWidth(), 640);
@@ -265,10 +271,11 @@ TEST(QtMediaControl, ClicksGivePicturePixels)
     QWidget *picture = control.childAt(10, 20);
     ASSERT_NE(picture, nullptr);
     QTest::mouseClick(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(10, 20));
-    QTest::mouseClick(picture, Qt::RightButton, Qt::ControlModifier, QPoint(1, 1)); // (0, 0) means the centre to QTest
+    QTest::mouseClick(
+        picture, Qt::RightButton, Qt::ControlModifier, QPoint(1, 1)); // (0, 0) means the centre to QTest
     ASSERT_EQ(clicks.size(), 2);
-    EXPECT_EQ(clicks[0], (QVariantList{1, 1, 10, 20}));
-    EXPECT_EQ(clicks[1], (QVariantList{2, 2, 1, 1}));
+    EXPECT_EQ(clicks[0], (QVariantList { 1, 1, 10, 20 }));
+    EXPECT_EQ(clicks[1], (QVariantList { 2, 2, 1, 1 }));
 }
 
 TEST(QtMediaControl, ClicksOnAScaledPictureMapToItsPixels)
