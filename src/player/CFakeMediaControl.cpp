@@ -42,6 +42,8 @@ void CFakeMediaControl::setURL(const QString &url)
 {
     check(QStringLiteral("setURL"));
     Calls << QStringLiteral("url ") + url;
+    if (WhenURLWritten)
+        WhenURLWritten(url);
     m_position = 0;
     m_playState = MediaPlayState::Undefined;
     m_url = Refuse ? QString() : url;

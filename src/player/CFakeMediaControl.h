@@ -6,6 +6,8 @@
 #include <QSet>
 #include <QStringList>
 
+#include <functional>
+
 // A media control without media, for tests: it keeps the state that the calls give it,
 // opens any file at once (or late, on request) with the duration and size set in its
 // public fields, writes down every command and throws where it is told to.
@@ -30,6 +32,8 @@ public:
     // "play", "pause", "stop", "currentPosition", "setCurrentPosition", "isAvailable",
     // "rate", "setRate", "volume", "setVolume", "duration", "imageSource".
     QSet<QString> Failing;
+    // Called with each URL written, before the control acts on it.
+    std::function<void(const QString &)> WhenURLWritten;
 
     // Puts the control in a play state directly, as the media would by itself.
     void setPlayStateDirect(int state) { m_playState = state; }

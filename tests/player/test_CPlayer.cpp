@@ -2,6 +2,9 @@
 
 #include "player/CPlayer.h"
 
+#include <QCursor>
+#include <QGuiApplication>
+
 using namespace MediaPlayState;
 
 namespace {
@@ -53,6 +56,22 @@ TEST_F(CPlayerTest, OpenReadsHeaderWithPlayAndStopAndTakesSize)
     EXPECT_EQ(player.PlayState(), Stopped);
     EXPECT_EQ(player.PlayerFileName(), QStringLiteral("/media/film.mkv"));
     EXPECT_TRUE(prompt.Messages().isEmpty());
+}
+
+TEST_F(CPlayerTest, OpenShowsTheBusyPointerWhileItRuns)
+{
+    int shapeDuringOpen = -1;
+    control.WhenURLWritten = [&](const QString &) {
+        if (const QCursor *cursor = QGuiApplication::overrideCursor())
+            shapeDuringOpen = cursor->shape();
+    };
+    player.setContent(QStringLiteral("/media/film.mkv"));
+    EXPECT_EQ(shapeDuringOpen, Qt::WaitCursor);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+
+    control.Refuse = true; // put back on the early way out as well
+    player.setContent(QStringLiteral("/media/other.mkv"));
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(CPlayerTest, OpenOfEmptyNameDoesNothing)
