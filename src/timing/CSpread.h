@@ -53,7 +53,7 @@ public:
     static QColor ToQColor(quint32 color);
 
     // Size limits, so that a wrong number can never exhaust memory.
-    static constexpr int MaxRowsLimit = 2000000;
+    static constexpr int MaxRowsLimit = 1000000;
     static constexpr int MaxColsLimit = 1000;
 
     explicit CSpread(QObject *parent = nullptr);

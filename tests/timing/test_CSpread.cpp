@@ -103,6 +103,7 @@ TEST_F(SpreadTest, MaxRowsRaisesAndLowersAtTheEnd)
     EXPECT_EQ(Column(1), L({"r1c1", "r2c1", ""})); // a removed row does not come back
     g.setMaxRows(-5);
     EXPECT_EQ(g.MaxRows(), 0);
+    g.setMaxCols(1);
     g.setMaxRows(CSpread::MaxRowsLimit + 100);
     EXPECT_EQ(g.MaxRows(), CSpread::MaxRowsLimit);
     g.setMaxRows(0);
