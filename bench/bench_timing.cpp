@@ -64,7 +64,8 @@ static void BM_SpreadFill30k(benchmark::State &state)
         benchmark::DoNotOptimize(grid.MaxRows());
     }
     state.SetItemsProcessed(state.iterations() * kRows);
-    state.counters["rows/s"] = benchmark::Counter(double(state.iterations()) * kRows, benchmark::Counter::kIsRate);
+    state.counters["rows/s"]
+        = benchmark::Counter(double(state.iterations()) * kRows, benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_SpreadFill30k)->Unit(benchmark::kMillisecond);
 

@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr int kMaxOf[4] = {9, 59, 59, 99};
-constexpr const char *kRangeMessage[4] = {"AJUST_TIME_MSG_000", "AJUST_TIME_MSG_001", "AJUST_TIME_MSG_002",
-                                          "AJUST_TIME_MSG_003"};
+constexpr int kMaxOf[4] = { 9, 59, 59, 99 };
+constexpr const char *kRangeMessage[4]
+    = { "AJUST_TIME_MSG_000", "AJUST_TIME_MSG_001", "AJUST_TIME_MSG_002", "AJUST_TIME_MSG_003" };
 
 // One step of a 16-bit sum: the system adds these fields as Integers.
 qint32 Checked16(qint32 value)
@@ -60,10 +60,14 @@ QString CSliderTimeModel::SignCaption() const
 qint16 &CSliderTimeModel::FieldValue(Field field)
 {
     switch (field) {
-    case FieldHour: return Hour;
-    case FieldMinite: return Minite;
-    case FieldSecond: return Second;
-    case FieldMiniSecond: break;
+    case FieldHour:
+        return Hour;
+    case FieldMinite:
+        return Minite;
+    case FieldSecond:
+        return Second;
+    case FieldMiniSecond:
+        break;
     }
     return MiniSecond;
 }

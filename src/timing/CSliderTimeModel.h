@@ -73,8 +73,9 @@ private:
 
     qint16 m_sign = 1;
     bool m_enableSign = true;
-    bool m_enable[4] = {true, true, true, true};
-    QString m_text[4] = {QStringLiteral("0"), QStringLiteral("00"), QStringLiteral("00"), QStringLiteral("00")};
+    bool m_enable[4] = { true, true, true, true };
+    QString m_text[4]
+        = { QStringLiteral("0"), QStringLiteral("00"), QStringLiteral("00"), QStringLiteral("00") };
     QString m_title;
     QString m_description;
 };

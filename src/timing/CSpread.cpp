@@ -20,23 +20,40 @@ QStringList SplitItems(const QString &tabSeparated)
 QPalette::ColorRole SystemColorRole(quint32 index)
 {
     switch (index) {
-    case 0x05: return QPalette::Base;            // window background
-    case 0x06: return QPalette::Dark;            // window frame
-    case 0x08: return QPalette::Text;            // window text
-    case 0x0C: return QPalette::Window;          // application workspace
-    case 0x0D: return QPalette::Highlight;
-    case 0x0E: return QPalette::HighlightedText;
-    case 0x0F: return QPalette::Button;          // button face
-    case 0x10: return QPalette::Dark;            // button shadow
-    case 0x11: return QPalette::PlaceholderText; // grey text
-    case 0x12: return QPalette::ButtonText;
-    case 0x14: return QPalette::Light;           // button highlight
-    case 0x17: return QPalette::ToolTipText;
-    case 0x18: return QPalette::ToolTipBase;
-    case 0x01: return QPalette::Window;          // desktop
-    case 0x04: return QPalette::Window;          // menu
-    case 0x07: return QPalette::WindowText;      // menu text
-    default: return QPalette::Text;
+    case 0x05:
+        return QPalette::Base; // window background
+    case 0x06:
+        return QPalette::Dark; // window frame
+    case 0x08:
+        return QPalette::Text; // window text
+    case 0x0C:
+        return QPalette::Window; // application workspace
+    case 0x0D:
+        return QPalette::Highlight;
+    case 0x0E:
+        return QPalette::HighlightedText;
+    case 0x0F:
+        return QPalette::Button; // button face
+    case 0x10:
+        return QPalette::Dark; // button shadow
+    case 0x11:
+        return QPalette::PlaceholderText; // grey text
+    case 0x12:
+        return QPalette::ButtonText;
+    case 0x14:
+        return QPalette::Light; // button highlight
+    case 0x17:
+        return QPalette::ToolTipText;
+    case 0x18:
+        return QPalette::ToolTipBase;
+    case 0x01:
+        return QPalette::Window; // desktop
+    case 0x04:
+        return QPalette::Window; // menu
+    case 0x07:
+        return QPalette::WindowText; // menu text
+    default:
+        return QPalette::Text;
     }
 }
 
@@ -51,7 +68,9 @@ QColor CSpread::ToQColor(quint32 color)
     return QColor(int(color & 0xFFu), int((color >> 8) & 0xFFu), int((color >> 16) & 0xFFu));
 }
 
-CSpread::CSpread(QObject *parent) : QAbstractTableModel(parent), m_headless(*this)
+CSpread::CSpread(QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_headless(*this)
 {
     m_types.push_back(CSpreadCellType());
     m_cols.resize(1);
@@ -249,19 +268,19 @@ void CSpread::setMaxCols(int cols)
 CSpread::Range CSpread::TargetRows() const
 {
     if (m_row == -1)
-        return {1, MaxRows()};
+        return { 1, MaxRows() };
     if (m_row < 1 || m_row > MaxRows())
-        return {1, 0};
-    return {m_row, m_row};
+        return { 1, 0 };
+    return { m_row, m_row };
 }
 
 CSpread::Range CSpread::TargetCols() const
 {
     if (m_col == -1)
-        return {1, MaxCols()};
+        return { 1, MaxCols() };
     if (m_col < 1 || m_col > MaxCols())
-        return {1, 0};
-    return {m_col, m_col};
+        return { 1, 0 };
+    return { m_col, m_col };
 }
 
 template <typename F> void CSpread::ForEachTarget(F &&apply, const QList<int> &roles)
@@ -315,7 +334,7 @@ void CSpread::setText(const QString &text)
         NotifyHeader(Qt::Vertical, rows.first, rows.last);
         return;
     }
-    ForEachTarget([&](Cell &cell, int c) { WriteText(cell, c, text); }, {Qt::DisplayRole, Qt::EditRole});
+    ForEachTarget([&](Cell &cell, int c) { WriteText(cell, c, text); }, { Qt::DisplayRole, Qt::EditRole });
 }
 
 double CSpread::Value() const
@@ -346,7 +365,7 @@ void CSpread::setValue(double value)
                 break;
             }
         },
-        {Qt::DisplayRole, Qt::EditRole});
+        { Qt::DisplayRole, Qt::EditRole });
 }
 
 // ---- cursor ------------------------------------------------------------------------
@@ -392,7 +411,7 @@ void CSpread::setForeColor(quint32 color)
             m_cols[size_t(c)].Fore = color;
         ColumnsChanged();
     }
-    ForEachTarget([&](Cell &cell, int) { cell.Fore = color; }, {Qt::ForegroundRole, ForeColorCodeRole});
+    ForEachTarget([&](Cell &cell, int) { cell.Fore = color; }, { Qt::ForegroundRole, ForeColorCodeRole });
 }
 
 quint32 CSpread::BackColor() const
@@ -410,7 +429,7 @@ void CSpread::setBackColor(quint32 color)
             m_cols[size_t(c)].Back = color;
         ColumnsChanged();
     }
-    ForEachTarget([&](Cell &cell, int) { cell.Back = color; }, {Qt::BackgroundRole, BackColorCodeRole});
+    ForEachTarget([&](Cell &cell, int) { cell.Back = color; }, { Qt::BackgroundRole, BackColorCodeRole });
 }
 
 bool CSpread::CellMark() const
@@ -421,7 +440,7 @@ bool CSpread::CellMark() const
 
 void CSpread::setCellMark(bool mark)
 {
-    ForEachTarget([&](Cell &cell, int) { cell.Mark = mark; }, {CellMarkRole});
+    ForEachTarget([&](Cell &cell, int) { cell.Mark = mark; }, { CellMarkRole });
 }
 
 bool CSpread::ColHidden() const
@@ -524,7 +543,8 @@ int CSpread::ListCount() const
 QString CSpread::ListString() const
 {
     const CSpreadCellType type = CellType();
-    return m_listIndex >= 0 && m_listIndex < type.ListItems.size() ? type.ListItems.at(m_listIndex) : QString();
+    return m_listIndex >= 0 && m_listIndex < type.ListItems.size() ? type.ListItems.at(m_listIndex)
+                                                                   : QString();
 }
 
 int CSpread::ListChoice() const
@@ -543,28 +563,69 @@ void CSpread::setListChoice(int index)
             if (type.Kind == SpreadCellKind::List && index >= -1 && index < type.ListItems.size())
                 Choose(cell, type, index);
         },
-        {Qt::DisplayRole, Qt::EditRole, ListChoiceRole});
+        { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
 }
 
 // ---- editor ------------------------------------------------------------------------
 
-ISpreadViewport &CSpread::Viewport() const
+ISpreadViewport &CSpread::Viewport()
 {
-    return m_viewport ? *m_viewport : const_cast<CSpreadHeadlessViewport &>(m_headless);
+    return m_viewport ? *m_viewport : static_cast<ISpreadViewport &>(m_headless);
 }
 
-bool CSpread::EditMode() const { return Viewport().EditMode(); }
-void CSpread::setEditMode(bool on) { Viewport().setEditMode(on); }
-int CSpread::SelStart() const { return Viewport().SelStart(); }
-void CSpread::setSelStart(int start) { Viewport().setSelStart(start); }
-int CSpread::SelLength() const { return Viewport().SelLength(); }
-void CSpread::setSelLength(int length) { Viewport().setSelLength(length); }
-QString CSpread::SelText() const { return Viewport().SelText(); }
-void CSpread::setSelText(const QString &text) { Viewport().setSelText(text); }
-int CSpread::TopRow() const { return Viewport().TopRow(); }
-void CSpread::setTopRow(int row) { Viewport().setTopRow(row); }
-bool CSpread::IsVisible(int col, int row) const { return Viewport().IsVisible(col, row); }
-void CSpread::SetFocus() { Viewport().SetFocus(); }
+const ISpreadViewport &CSpread::Viewport() const
+{
+    return m_viewport ? *m_viewport : static_cast<const ISpreadViewport &>(m_headless);
+}
+
+bool CSpread::EditMode() const
+{
+    return Viewport().EditMode();
+}
+void CSpread::setEditMode(bool on)
+{
+    Viewport().setEditMode(on);
+}
+int CSpread::SelStart() const
+{
+    return Viewport().SelStart();
+}
+void CSpread::setSelStart(int start)
+{
+    Viewport().setSelStart(start);
+}
+int CSpread::SelLength() const
+{
+    return Viewport().SelLength();
+}
+void CSpread::setSelLength(int length)
+{
+    Viewport().setSelLength(length);
+}
+QString CSpread::SelText() const
+{
+    return Viewport().SelText();
+}
+void CSpread::setSelText(const QString &text)
+{
+    Viewport().setSelText(text);
+}
+int CSpread::TopRow() const
+{
+    return Viewport().TopRow();
+}
+void CSpread::setTopRow(int row)
+{
+    Viewport().setTopRow(row);
+}
+bool CSpread::IsVisible(int col, int row) const
+{
+    return Viewport().IsVisible(col, row);
+}
+void CSpread::SetFocus()
+{
+    Viewport().SetFocus();
+}
 
 // ---- selection ---------------------------------------------------------------------
 
@@ -665,7 +726,7 @@ void CSpread::DeleteRow()
 
 void CSpread::ClearBlock()
 {
-    const CSpreadBlock block = CSpreadBlock{m_row, m_col, m_row2, m_col2}.Normalized();
+    const CSpreadBlock block = CSpreadBlock { m_row, m_col, m_row2, m_col2 }.Normalized();
     const int row1 = block.Row == -1 ? 1 : std::max(block.Row, 1);
     const int row2 = block.Row == -1 ? MaxRows() : std::min(block.Row2, MaxRows());
     const int col1 = block.Col == -1 ? 1 : std::max(block.Col, 1);
@@ -679,12 +740,12 @@ void CSpread::ClearBlock()
             cells[size_t(c)].Choice = -1;
         }
     }
-    NotifyCells(col1, row1, col2, row2, {Qt::DisplayRole, Qt::EditRole, ListChoiceRole});
+    NotifyCells(col1, row1, col2, row2, { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
 }
 
 void CSpread::MoveBlock()
 {
-    const CSpreadBlock block = CSpreadBlock{m_row, m_col, m_row2, m_col2}.Normalized();
+    const CSpreadBlock block = CSpreadBlock { m_row, m_col, m_row2, m_col2 }.Normalized();
     const qint64 srcRow1 = block.Row == -1 ? 1 : block.Row;
     const qint64 srcRow2 = block.Row == -1 ? MaxRows() : block.Row2;
     const qint64 srcCol1 = block.Col == -1 ? 1 : std::max(block.Col, 1);
@@ -753,7 +814,7 @@ void CSpread::SetText(int col, int row, const QString &text)
         return;
     }
     WriteText(*cell, col, text);
-    NotifyCells(col, row, col, row, {Qt::DisplayRole, Qt::EditRole});
+    NotifyCells(col, row, col, row, { Qt::DisplayRole, Qt::EditRole });
 }
 
 int CSpread::GetListChoice(int col, int row) const
@@ -862,7 +923,7 @@ bool CSpread::setData(const QModelIndex &index, const QVariant &value, int role)
     } else {
         return false;
     }
-    NotifyCells(col, row, col, row, {Qt::DisplayRole, Qt::EditRole, ListChoiceRole});
+    NotifyCells(col, row, col, row, { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
     emit CellEdited(col, row);
     return true;
 }

@@ -32,15 +32,15 @@ class CSpread : public QAbstractTableModel
 public:
     enum Role {
         CellMarkRole = Qt::UserRole + 1, // bool
-        ListItemsRole,                   // QStringList of a list cell
-        ListChoiceRole,                  // int, -1 for none
-        CellKindRole,                    // int of SpreadCellKind
-        CellMinRole,                     // double
-        CellMaxRole,                     // double
-        SpinStepRole,                    // double
-        MaxLengthRole,                   // int, 0 for no limit
-        MultiLineRole,                   // bool
-        ForeColorCodeRole,               // the stored colour number (RGB or system code)
+        ListItemsRole, // QStringList of a list cell
+        ListChoiceRole, // int, -1 for none
+        CellKindRole, // int of SpreadCellKind
+        CellMinRole, // double
+        CellMaxRole, // double
+        SpinStepRole, // double
+        MaxLengthRole, // int, 0 for no limit
+        MultiLineRole, // bool
+        ForeColorCodeRole, // the stored colour number (RGB or system code)
         BackColorCodeRole,
     };
 
@@ -180,7 +180,8 @@ public:
     // The viewport of a window showing the grid, or nullptr for the headless one.
     // The grid does not own it.
     void SetViewport(ISpreadViewport *viewport) { m_viewport = viewport; }
-    ISpreadViewport &Viewport() const;
+    ISpreadViewport &Viewport();
+    const ISpreadViewport &Viewport() const;
     CSpreadHeadlessViewport &HeadlessViewport() { return m_headless; }
 
     // Direct access to one cell without moving the current cell.

@@ -8,9 +8,12 @@ class CSpreadCellKeeper
 {
 public:
     explicit CSpreadCellKeeper(CSpread &grid)
-        : m_grid(grid), m_row(grid.Row()), m_col(grid.Col()), m_row2(grid.Row2()), m_col2(grid.Col2())
-    {
-    }
+        : m_grid(grid)
+        , m_row(grid.Row())
+        , m_col(grid.Col())
+        , m_row2(grid.Row2())
+        , m_col2(grid.Col2())
+    { }
     ~CSpreadCellKeeper()
     {
         m_grid.setRow(m_row);

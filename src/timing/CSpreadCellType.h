@@ -6,10 +6,10 @@
 
 // What a grid cell holds and what an editor may put into it.
 enum class SpreadCellKind {
-    Text,    // free text, optionally multi-line and limited in length
+    Text, // free text, optionally multi-line and limited in length
     Integer, // whole number with a range and a spin step
-    Float,   // number with a range
-    List,    // one item of a list, or any text written by the program
+    Float, // number with a range
+    List, // one item of a list, or any text written by the program
 };
 
 // The kind of a cell with its range or list. Cells and columns share these by value;

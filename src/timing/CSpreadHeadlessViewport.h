@@ -10,7 +10,9 @@ class CSpread;
 class CSpreadHeadlessViewport : public ISpreadViewport
 {
 public:
-    explicit CSpreadHeadlessViewport(CSpread &grid) : m_grid(grid) {}
+    explicit CSpreadHeadlessViewport(CSpread &grid)
+        : m_grid(grid)
+    { }
 
     int VisibleRows() const { return m_visibleRows; }
     void setVisibleRows(int rows) { m_visibleRows = rows < 1 ? 1 : rows; }

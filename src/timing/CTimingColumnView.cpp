@@ -5,24 +5,25 @@
 
 namespace {
 
-constexpr const char16_t *kKeys[CTimingColumnView::ItemCount] = {
-    u"SSALineType", u"SSAMarked",     u"SSAStartTime",   u"SSAEndTime",   u"SSAStyle",
-    u"SSAName",     u"SSAMarginL",    u"SSAMarginR",     u"SSAMarginV",   u"SSAEffect",
-    u"SSAEffectY1", u"SSAEffectY2",   u"SSAEffectDelay", u"SSAEffectFade", u"SSAText"};
+constexpr const char16_t *kKeys[CTimingColumnView::ItemCount] = { u"SSALineType", u"SSAMarked",
+    u"SSAStartTime", u"SSAEndTime", u"SSAStyle", u"SSAName", u"SSAMarginL", u"SSAMarginR", u"SSAMarginV",
+    u"SSAEffect", u"SSAEffectY1", u"SSAEffectY2", u"SSAEffectDelay", u"SSAEffectFade", u"SSAText" };
 
-constexpr int kTextKeys[CTimingColumnView::ItemCount] = {514, 500, 501, 502, 503, 504, 505, 506,
-                                                          507, 508, 509, 510, 511, 512, 513};
+constexpr int kTextKeys[CTimingColumnView::ItemCount]
+    = { 514, 500, 501, 502, 503, 504, 505, 506, 507, 508, 509, 510, 511, 512, 513 };
 
 constexpr int kStyleItem = 5;
 
 bool IsShownAtStart(int col)
 {
-    return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime || col == CTimingGrid::ColDialog;
+    return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime
+        || col == CTimingGrid::ColDialog;
 }
 
 } // namespace
 
-CTimingColumnView::CTimingColumnView(CTimingGrid &grid) : m_grid(grid)
+CTimingColumnView::CTimingColumnView(CTimingGrid &grid)
+    : m_grid(grid)
 {
     LoadTexts();
 }

@@ -10,20 +10,23 @@
 namespace {
 
 // Title keys of columns 1 to 15; column 16 has a literal title.
-constexpr const char16_t *kTitleKeys[CTimingGrid::ColumnCount - 1] = {
-    u"TIMING_COL_TITLE_F00", u"TIMING_COL_TITLE_100", u"TIMING_COL_TITLE_200", u"TIMING_COL_TITLE_300",
-    u"TIMING_COL_TITLE_400", u"TIMING_COL_TITLE_500", u"TIMING_COL_TITLE_600", u"TIMING_COL_TITLE_700",
-    u"TIMING_COL_TITLE_800", u"TIMING_COL_TITLE_900", u"TIMING_COL_TITLE_A00", u"TIMING_COL_TITLE_B00",
-    u"TIMING_COL_TITLE_C00", u"TIMING_COL_TITLE_D00", u"TIMING_COL_TITLE_E00"};
+constexpr const char16_t *kTitleKeys[CTimingGrid::ColumnCount - 1]
+    = { u"TIMING_COL_TITLE_F00", u"TIMING_COL_TITLE_100", u"TIMING_COL_TITLE_200", u"TIMING_COL_TITLE_300",
+          u"TIMING_COL_TITLE_400", u"TIMING_COL_TITLE_500", u"TIMING_COL_TITLE_600", u"TIMING_COL_TITLE_700",
+          u"TIMING_COL_TITLE_800", u"TIMING_COL_TITLE_900", u"TIMING_COL_TITLE_A00", u"TIMING_COL_TITLE_B00",
+          u"TIMING_COL_TITLE_C00", u"TIMING_COL_TITLE_D00", u"TIMING_COL_TITLE_E00" };
 
 bool ShownAtStart(int col)
 {
-    return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime || col == CTimingGrid::ColDialog;
+    return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime
+        || col == CTimingGrid::ColDialog;
 }
 
 } // namespace
 
-CTimingGrid::CTimingGrid() : m_spread(std::make_unique<CSpread>()), m_columnView(*this)
+CTimingGrid::CTimingGrid()
+    : m_spread(std::make_unique<CSpread>())
+    , m_columnView(*this)
 {
     SetupColumns();
 }
@@ -32,8 +35,8 @@ CTimingGrid::~CTimingGrid() = default;
 
 QStringList CTimingGrid::LineTypeItems()
 {
-    return {QStringLiteral("对白"), QStringLiteral("注释"), QStringLiteral("图片"),
-            QStringLiteral("声音"), QStringLiteral("动画"), QStringLiteral("命令")};
+    return { QStringLiteral("对白"), QStringLiteral("注释"), QStringLiteral("图片"), QStringLiteral("声音"),
+        QStringLiteral("动画"), QStringLiteral("命令") };
 }
 
 QStringList CTimingGrid::EffectItems()
@@ -71,9 +74,9 @@ void CTimingGrid::SetupColumns()
     time.Default = QStringLiteral("0:00:00.00");
     setType(ColStartTime, time);
     setType(ColEndTime, time);
-    setType(ColStyle, CSpreadCellType::ListType({QStringLiteral("Default")}));
-    setType(ColOwner, CSpreadCellType::ListType({QStringLiteral("NTP")}));
-    for (int col : {ColMarginL, ColMarginR, ColMarginV, ColEffectY1, ColEffectY2, ColEffectFade})
+    setType(ColStyle, CSpreadCellType::ListType({ QStringLiteral("Default") }));
+    setType(ColOwner, CSpreadCellType::ListType({ QStringLiteral("NTP") }));
+    for (int col : { ColMarginL, ColMarginR, ColMarginV, ColEffectY1, ColEffectY2, ColEffectFade })
         setType(col, CSpreadCellType::IntegerType(-9999, 9999));
     setType(ColEffect, CSpreadCellType::ListType(EffectItems()));
     CSpreadCellType delay = CSpreadCellType::IntegerType(0, 100);
@@ -234,7 +237,8 @@ void CTimingGrid::SetRowQuestion(int row, bool question)
 
 bool CTimingGrid::RowQuestion(int row) const
 {
-    return row >= 1 && row <= m_spread->MaxRows() && m_spread->GetBackColor(ColDialog, row) == QuestionBackColor;
+    return row >= 1 && row <= m_spread->MaxRows()
+        && m_spread->GetBackColor(ColDialog, row) == QuestionBackColor;
 }
 
 void CTimingGrid::SetRowCheckDisabled(int row, bool disabled)
@@ -244,7 +248,7 @@ void CTimingGrid::SetRowCheckDisabled(int row, bool disabled)
         return;
     const CSpreadCellKeeper keep(grid);
     grid.setRow(row);
-    for (int col : {ColStartTime, ColEndTime}) {
+    for (int col : { ColStartTime, ColEndTime }) {
         grid.setCol(col);
         grid.setCellMark(disabled);
     }

@@ -66,7 +66,7 @@ TEST_F(SpreadTest, CurrentCellIsNotTheCursor)
     EXPECT_EQ(g.ActiveRow(), 2);
     EXPECT_EQ(g.ActiveCol(), 3);
     ASSERT_EQ(left.count(), 1);
-    EXPECT_EQ(left.at(0), (QVariantList{0, 0, 3, 2}));
+    EXPECT_EQ(left.at(0), (QVariantList { 0, 0, 3, 2 }));
     EXPECT_EQ(moved.count(), 1);
     g.ActivateCell(); // same cell: no event
     EXPECT_EQ(left.count(), 1);
@@ -96,11 +96,11 @@ TEST_F(SpreadTest, HeaderRowAndLabelColumn)
 TEST_F(SpreadTest, MaxRowsRaisesAndLowersAtTheEnd)
 {
     g.setMaxRows(6);
-    EXPECT_EQ(Column(1), L({"r1c1", "r2c1", "r3c1", "r4c1", "", ""}));
+    EXPECT_EQ(Column(1), L({ "r1c1", "r2c1", "r3c1", "r4c1", "", "" }));
     g.setMaxRows(2);
-    EXPECT_EQ(Column(1), L({"r1c1", "r2c1"}));
+    EXPECT_EQ(Column(1), L({ "r1c1", "r2c1" }));
     g.setMaxRows(3);
-    EXPECT_EQ(Column(1), L({"r1c1", "r2c1", ""})); // a removed row does not come back
+    EXPECT_EQ(Column(1), L({ "r1c1", "r2c1", "" })); // a removed row does not come back
     g.setMaxRows(-5);
     EXPECT_EQ(g.MaxRows(), 0);
     g.setMaxCols(1);
@@ -154,7 +154,7 @@ TEST_F(SpreadTest, MinusOneTargetsWholeColumnsAndLaterRows)
     g.setRow(-1);
     g.setCol(-1);
     g.setText(QStringLiteral("all"));
-    EXPECT_EQ(Column(3), L({"all", "all", "all", "all", "all", "all"}));
+    EXPECT_EQ(Column(3), L({ "all", "all", "all", "all", "all", "all" }));
 }
 
 TEST_F(SpreadTest, NumberCellsReadTheirLeadingNumber)
@@ -203,7 +203,7 @@ TEST_F(SpreadTest, UserEditsAreCheckedAgainstTheKind)
     EXPECT_EQ(g.GetText(1, 1), "");
     EXPECT_EQ(g.GetText(2, 2), "abcde");
     EXPECT_EQ(edited.count(), 3);
-    EXPECT_EQ(edited.at(2), (QVariantList{2, 2}));
+    EXPECT_EQ(edited.at(2), (QVariantList { 2, 2 }));
 }
 
 TEST_F(SpreadTest, ListCells)
@@ -211,7 +211,7 @@ TEST_F(SpreadTest, ListCells)
     g.setRow(-1);
     g.setCol(2);
     g.setListItems(QStringLiteral("a\tb\tc"));
-    EXPECT_EQ(Column(2), L({"a", "a", "a", "a"})); // a new list chooses its first item
+    EXPECT_EQ(Column(2), L({ "a", "a", "a", "a" })); // a new list chooses its first item
     g.setRow(2);
     EXPECT_EQ(g.ListCount(), 3);
     EXPECT_EQ(g.ListChoice(), 0);
@@ -264,7 +264,7 @@ TEST_F(SpreadTest, ListChoiceThroughTheModel)
     EXPECT_TRUE(g.setData(g.index(0, 0), 1, CSpread::ListChoiceRole));
     EXPECT_EQ(g.GetText(1, 1), "two");
     EXPECT_FALSE(g.setData(g.index(0, 0), 2, CSpread::ListChoiceRole));
-    EXPECT_EQ(g.data(g.index(0, 0), CSpread::ListItemsRole).toStringList(), L({"one", "two"}));
+    EXPECT_EQ(g.data(g.index(0, 0), CSpread::ListItemsRole).toStringList(), L({ "one", "two" }));
     EXPECT_EQ(g.data(g.index(0, 0), CSpread::ListChoiceRole).toInt(), 1);
     EXPECT_EQ(g.data(g.index(0, 0), CSpread::CellKindRole).toInt(), int(SpreadCellKind::List));
 }
@@ -289,8 +289,8 @@ TEST_F(SpreadTest, ColoursAndMarks)
     EXPECT_TRUE(g.data(cell, CSpread::CellMarkRole).toBool());
     EXPECT_EQ(g.data(cell, CSpread::ForeColorCodeRole).toUInt(), 255u);
     EXPECT_EQ(CSpread::ToQColor(CSpread::ColorWindow), QGuiApplication::palette().color(QPalette::Base));
-    EXPECT_EQ(CSpread::ToQColor(CSpread::ColorButtonText),
-              QGuiApplication::palette().color(QPalette::ButtonText));
+    EXPECT_EQ(
+        CSpread::ToQColor(CSpread::ColorButtonText), QGuiApplication::palette().color(QPalette::ButtonText));
 }
 
 TEST_F(SpreadTest, ReDrawOffSendsNothingThenOneReset)
@@ -358,7 +358,7 @@ TEST_F(SpreadTest, HiddenColumns)
     g.setCol(3);
     EXPECT_FALSE(g.ColHidden());
     EXPECT_EQ(hidden.count(), 1);
-    EXPECT_EQ(hidden.at(0), (QVariantList{2, true}));
+    EXPECT_EQ(hidden.at(0), (QVariantList { 2, true }));
     g.setCol(-1);
     g.setColHidden(false);
     EXPECT_FALSE(g.GetColHidden(2));
@@ -397,7 +397,7 @@ TEST_F(SpreadTest, SelectedBlocksAndMultiSelection)
     g.GetMultiSelection();
     EXPECT_EQ(g.MultiSelCount(), 0);
 
-    g.SetSelection({CSpreadBlock{3, 2, 1, 1}, CSpreadBlock{2, -1, 4, 3}});
+    g.SetSelection({ CSpreadBlock { 3, 2, 1, 1 }, CSpreadBlock { 2, -1, 4, 3 } });
     EXPECT_TRUE(g.IsBlockSelected());
     // the most recent block; whole rows have columns -1
     EXPECT_EQ(g.SelBlockRow(), 2);
@@ -423,7 +423,7 @@ TEST_F(SpreadTest, SelectedBlocksAndMultiSelection)
     g.ClearSelection();
     EXPECT_FALSE(g.IsBlockSelected());
     EXPECT_EQ(g.MultiSelCount(), 2); // the gathered blocks stay until gathered again
-    g.AddSelection(CSpreadBlock{-1, 2, 3, 2});
+    g.AddSelection(CSpreadBlock { -1, 2, 3, 2 });
     EXPECT_EQ(g.SelBlockRow(), -1); // whole column
     EXPECT_EQ(g.SelBlockRow2(), -1);
 }
@@ -434,19 +434,19 @@ TEST_F(SpreadTest, InsertRowKeepsMaxRows)
     g.setRow(2);
     g.InsertRow();
     EXPECT_EQ(g.MaxRows(), 4);
-    EXPECT_EQ(Column(1), L({"r1c1", "", "r2c1", "r3c1"}));
-    EXPECT_EQ(Column(3), L({"r1c3", "", "r2c3", "r3c3"}));
+    EXPECT_EQ(Column(1), L({ "r1c1", "", "r2c1", "r3c1" }));
+    EXPECT_EQ(Column(3), L({ "r1c3", "", "r2c3", "r3c3" }));
     EXPECT_EQ(g.GetText(0, 3), "L2"); // labels go with their rows
 
     g.setRow(4); // at the last row: the last row is replaced
     g.InsertRow();
-    EXPECT_EQ(Column(1), L({"r1c1", "", "r2c1", ""}));
+    EXPECT_EQ(Column(1), L({ "r1c1", "", "r2c1", "" }));
 
     g.setRow(5);
     g.InsertRow(); // beyond the grid: nothing
     g.setRow(0);
     g.InsertRow();
-    EXPECT_EQ(Column(1), L({"r1c1", "", "r2c1", ""}));
+    EXPECT_EQ(Column(1), L({ "r1c1", "", "r2c1", "" }));
 }
 
 TEST_F(SpreadTest, NewRowsTakeTheColumnDefaults)
@@ -470,13 +470,13 @@ TEST_F(SpreadTest, DeleteRowKeepsMaxRows)
     g.setRow(2);
     g.DeleteRow();
     EXPECT_EQ(g.MaxRows(), 4);
-    EXPECT_EQ(Column(2), L({"r1c2", "r3c2", "r4c2", ""}));
+    EXPECT_EQ(Column(2), L({ "r1c2", "r3c2", "r4c2", "" }));
     g.setRow(4);
     g.DeleteRow();
-    EXPECT_EQ(Column(2), L({"r1c2", "r3c2", "r4c2", ""}));
+    EXPECT_EQ(Column(2), L({ "r1c2", "r3c2", "r4c2", "" }));
     g.setRow(1);
     g.DeleteRow();
-    EXPECT_EQ(Column(2), L({"r3c2", "r4c2", "", ""}));
+    EXPECT_EQ(Column(2), L({ "r3c2", "r4c2", "", "" }));
 
     CSpread empty;
     empty.setRow(1);
@@ -509,9 +509,9 @@ TEST_F(SpreadTest, ClearBlockEmptiesTextOnly)
 
     SetBlock(3, 3, 2, 1); // corners in any order
     g.ClearBlock();
-    EXPECT_EQ(Column(1), L({"r1c1", "", "", "r4c1"}));
-    EXPECT_EQ(Column(2), L({"r1c2", "", "", "r4c2"}));
-    EXPECT_EQ(Column(3), L({"u", "", "", "u"}));
+    EXPECT_EQ(Column(1), L({ "r1c1", "", "", "r4c1" }));
+    EXPECT_EQ(Column(2), L({ "r1c2", "", "", "r4c2" }));
+    EXPECT_EQ(Column(3), L({ "u", "", "", "u" }));
     EXPECT_EQ(g.GetListChoice(3, 2), -1);
     EXPECT_EQ(g.GetForeColor(1, 2), 255u); // appearance stays
     EXPECT_TRUE(g.GetCellMark(1, 2));
@@ -529,7 +529,7 @@ TEST_F(SpreadTest, ClearBlockEmptiesTextOnly)
     g.ClearBlock();
     SetBlock(-1, 1, -1, 1); // the whole column
     g.ClearBlock();
-    EXPECT_EQ(Column(1), L({"", "", "", ""}));
+    EXPECT_EQ(Column(1), L({ "", "", "", "" }));
 }
 
 TEST_F(SpreadTest, MoveBlockUpLeavesEmptyCellsBehind)
@@ -541,8 +541,8 @@ TEST_F(SpreadTest, MoveBlockUpLeavesEmptyCellsBehind)
     g.setDestRow(2);
     g.setDestCol(2);
     g.MoveBlock();
-    EXPECT_EQ(Column(2), L({"r1c2", "r3c2", "r4c2", ""}));
-    EXPECT_EQ(Column(1), L({"r1c1", "r2c1", "r3c1", "r4c1"}));
+    EXPECT_EQ(Column(2), L({ "r1c2", "r3c2", "r4c2", "" }));
+    EXPECT_EQ(Column(1), L({ "r1c1", "r2c1", "r3c1", "r4c1" }));
     EXPECT_EQ(g.GetBackColor(2, 3), 0xFFFFC0u); // appearance moves with the cell
     EXPECT_EQ(g.GetBackColor(2, 4), CSpread::ColorWindow);
 }
@@ -553,9 +553,9 @@ TEST_F(SpreadTest, MoveBlockDownOverlapsAndDropsCellsOutOfTheGrid)
     g.setDestRow(2);
     g.setDestCol(1);
     g.MoveBlock();
-    EXPECT_EQ(Column(1), L({"", "r1c1", "r2c1", "r3c1"}));
-    EXPECT_EQ(Column(2), L({"", "r1c2", "r2c2", "r3c2"}));
-    EXPECT_EQ(Column(3), L({"r1c3", "r2c3", "r3c3", "r4c3"}));
+    EXPECT_EQ(Column(1), L({ "", "r1c1", "r2c1", "r3c1" }));
+    EXPECT_EQ(Column(2), L({ "", "r1c2", "r2c2", "r3c2" }));
+    EXPECT_EQ(Column(3), L({ "r1c3", "r2c3", "r3c3", "r4c3" }));
 }
 
 TEST_F(SpreadTest, MoveBlockFromBeyondTheGridMovesInEmptyCells)
@@ -565,13 +565,13 @@ TEST_F(SpreadTest, MoveBlockFromBeyondTheGridMovesInEmptyCells)
     g.setDestRow(1);
     g.setDestCol(3);
     g.MoveBlock();
-    EXPECT_EQ(Column(3), L({"r3c3", "r4c3", "", ""}));
+    EXPECT_EQ(Column(3), L({ "r3c3", "r4c3", "", "" }));
 
     SetBlock(2, 1, 2000000000, 1); // a huge block stays cheap
     g.setDestRow(1);
     g.setDestCol(1);
     g.MoveBlock();
-    EXPECT_EQ(Column(1), L({"r2c1", "r3c1", "r4c1", ""}));
+    EXPECT_EQ(Column(1), L({ "r2c1", "r3c1", "r4c1", "" }));
     SetBlock(1, 1, 1, 1);
     g.setDestRow(-5);
     g.setDestCol(99);
@@ -585,8 +585,8 @@ TEST_F(SpreadTest, MoveBlockSideways)
     g.setDestRow(3);
     g.setDestCol(3);
     g.MoveBlock();
-    EXPECT_EQ(Column(1), L({"", "", "r3c1", "r4c1"}));
-    EXPECT_EQ(Column(3), L({"r1c3", "r2c3", "r1c1", "r2c1"}));
+    EXPECT_EQ(Column(1), L({ "", "", "r3c1", "r4c1" }));
+    EXPECT_EQ(Column(3), L({ "r1c3", "r2c3", "r1c1", "r2c1" }));
 }
 
 TEST_F(SpreadTest, HeadlessViewport)
@@ -613,6 +613,67 @@ TEST_F(SpreadTest, HeadlessViewport)
     EXPECT_FALSE(g.IsVisible(1, 0));
     g.SetFocus();
     EXPECT_EQ(g.HeadlessViewport().FocusCount(), 1);
+}
+
+} // namespace
+
+namespace {
+
+// A window's viewport stands in for the headless one once installed.
+class FakeViewport : public ISpreadViewport
+{
+public:
+    int TopRow() const override { return 7; }
+    void setTopRow(int row) override { Calls << QStringLiteral("top %1").arg(row); }
+    bool IsVisible(int col, int row) const override { return col == 1 && row == 2; }
+    void ShowCell(int col, int row) override { Calls << QStringLiteral("show %1 %2").arg(col).arg(row); }
+    void SetFocus() override { Calls << QStringLiteral("focus"); }
+    bool EditMode() const override { return Editing; }
+    void setEditMode(bool on) override
+    {
+        Editing = on;
+        Calls << QStringLiteral("edit %1").arg(on);
+    }
+    int SelStart() const override { return 3; }
+    void setSelStart(int start) override { Calls << QStringLiteral("start %1").arg(start); }
+    int SelLength() const override { return 4; }
+    void setSelLength(int length) override { Calls << QStringLiteral("length %1").arg(length); }
+    QString SelText() const override { return QStringLiteral("sel"); }
+    void setSelText(const QString &text) override { Calls << QStringLiteral("text ") + text; }
+
+    bool Editing = false;
+    QStringList Calls;
+};
+
+TEST(SpreadViewport, InstalledViewportAnswersForTheView)
+{
+    CSpread g;
+    g.setMaxCols(2);
+    g.setMaxRows(3);
+    FakeViewport view;
+    g.SetViewport(&view);
+    EXPECT_EQ(g.TopRow(), 7);
+    EXPECT_TRUE(g.IsVisible(1, 2));
+    EXPECT_FALSE(g.IsVisible(2, 2));
+    g.setRow(2);
+    g.setCol(1);
+    g.ActivateCell();
+    g.setEditMode(true);
+    g.setSelStart(1);
+    g.setSelLength(2);
+    g.setSelText(QStringLiteral("x"));
+    g.setTopRow(2);
+    g.SetFocus();
+    EXPECT_EQ(g.SelStart(), 3);
+    EXPECT_EQ(g.SelLength(), 4);
+    EXPECT_EQ(g.SelText(), "sel");
+    g.setRow(3);
+    g.ActivateCell(); // leaving the cell ends the edit first
+    EXPECT_EQ(view.Calls,
+        (QStringList {
+            "show 1 2", "edit 1", "start 1", "length 2", "text x", "top 2", "focus", "edit 0", "show 1 3" }));
+    g.SetViewport(nullptr);
+    EXPECT_EQ(g.TopRow(), 1);
 }
 
 } // namespace

@@ -46,8 +46,8 @@ struct Reference
     Box Normal(CSpreadBlock b) const
     {
         b = b.Normalized();
-        return {b.Row == -1 ? 1 : b.Row, b.Col == -1 ? 1 : b.Col, b.Row == -1 ? qint64(rows.size()) : b.Row2,
-                b.Col == -1 ? cols : b.Col2};
+        return { b.Row == -1 ? 1 : b.Row, b.Col == -1 ? 1 : b.Col, b.Row == -1 ? qint64(rows.size()) : b.Row2,
+            b.Col == -1 ? cols : b.Col2 };
     }
     void Clear(const CSpreadBlock &block)
     {
@@ -144,7 +144,7 @@ TEST(SpreadProperties, RandomRowAndBlockOperationsAgreeWithAPlainTable)
             break;
         }
         case 5: {
-            const CSpreadBlock b{corner(rows), corner(5), corner(rows), corner(5)};
+            const CSpreadBlock b { corner(rows), corner(5), corner(rows), corner(5) };
             g.setRow(b.Row);
             g.setCol(b.Col);
             g.setRow2(b.Row2);
@@ -155,7 +155,7 @@ TEST(SpreadProperties, RandomRowAndBlockOperationsAgreeWithAPlainTable)
         }
         case 6:
         case 7: {
-            const CSpreadBlock b{corner(rows), corner(5), corner(rows), corner(5)};
+            const CSpreadBlock b { corner(rows), corner(5), corner(rows), corner(5) };
             const int destRow = pick(-2, rows + 2);
             const int destCol = pick(-2, 7);
             g.setRow(b.Row);

@@ -12,7 +12,9 @@ using TG = CTimingGrid;
 class RecordingHooks : public ITimingPreviewHooks
 {
 public:
-    explicit RecordingHooks(const CTimingGrid &grid) : m_grid(grid) {}
+    explicit RecordingHooks(const CTimingGrid &grid)
+        : m_grid(grid)
+    { }
     void CreatePreviewLine(int row) override
     {
         Calls << QStringLiteral("create %1 #%2").arg(row).arg(m_grid.RowSerial(row));
@@ -21,7 +23,10 @@ public:
     {
         Calls << QStringLiteral("delete %1 #%2").arg(row).arg(m_grid.RowSerial(row));
     }
-    void UpdatePreviewCell(int col, int row) override { Calls << QStringLiteral("update %1 %2").arg(col).arg(row); }
+    void UpdatePreviewCell(int col, int row) override
+    {
+        Calls << QStringLiteral("update %1 %2").arg(col).arg(row);
+    }
     void ClearPreview() override { Calls << QStringLiteral("clear"); }
 
     QStringList Calls;
@@ -33,7 +38,11 @@ private:
 class TimingGridTest : public ::testing::Test
 {
 protected:
-    TimingGridTest() : hooks(t) { t.SetPreviewHooks(&hooks); }
+    TimingGridTest()
+        : hooks(t)
+    {
+        t.SetPreviewHooks(&hooks);
+    }
 
     CSpreadCellType TypeOf(int col)
     {
@@ -53,26 +62,28 @@ TEST_F(TimingGridTest, SixteenColumnsWithCatalogueTitles)
     QStringList titles;
     for (int col = 1; col <= 16; ++col)
         titles << g().headerData(col - 1, Qt::Horizontal).toString();
-    EXPECT_EQ(titles, QString::fromUtf8("行类型 层次 开始时间 结束时间 字体 说话人 左留空 右留空 垂直留空 效果 开始点 "
-                                        "结束点 延迟 淡出范围 对白 序列号")
-                          .split(QLatin1Char(' ')));
+    EXPECT_EQ(titles,
+        QString::fromUtf8("行类型 层次 开始时间 结束时间 字体 说话人 左留空 右留空 垂直留空 效果 开始点 "
+                          "结束点 延迟 淡出范围 对白 序列号")
+            .split(QLatin1Char(' ')));
 }
 
 TEST_F(TimingGridTest, ColumnKindsRangesAndLists)
 {
     t.ResetGrid();
-    EXPECT_EQ(TypeOf(TG::ColLineType).ListItems, QString::fromUtf8("对白 注释 图片 声音 动画 命令").split(' '));
+    EXPECT_EQ(
+        TypeOf(TG::ColLineType).ListItems, QString::fromUtf8("对白 注释 图片 声音 动画 命令").split(' '));
     EXPECT_EQ(g().ListItems(), QString::fromUtf8("对白\t注释\t图片\t声音\t动画\t命令"));
     EXPECT_EQ(TypeOf(TG::ColLayer), CSpreadCellType::IntegerType(0, 9999));
     EXPECT_EQ(TypeOf(TG::ColStartTime).Kind, SpreadCellKind::Text);
     EXPECT_EQ(TypeOf(TG::ColEndTime).Default, "0:00:00.00");
-    EXPECT_EQ(TypeOf(TG::ColStyle).ListItems, QStringList{"Default"});
-    EXPECT_EQ(TypeOf(TG::ColOwner).ListItems, QStringList{"NTP"});
-    for (int col : {TG::ColMarginL, TG::ColMarginR, TG::ColMarginV, TG::ColEffectY1, TG::ColEffectY2,
-                    TG::ColEffectFade})
+    EXPECT_EQ(TypeOf(TG::ColStyle).ListItems, QStringList { "Default" });
+    EXPECT_EQ(TypeOf(TG::ColOwner).ListItems, QStringList { "NTP" });
+    for (int col : { TG::ColMarginL, TG::ColMarginR, TG::ColMarginV, TG::ColEffectY1, TG::ColEffectY2,
+             TG::ColEffectFade })
         EXPECT_EQ(TypeOf(col), CSpreadCellType::IntegerType(-9999, 9999)) << col;
     EXPECT_EQ(TypeOf(TG::ColEffect).ListItems,
-              QString::fromUtf8("普通对白 卡拉OK 从下到上滚动 从上到下滚动 从右到左滚动 从左到右滚动").split(' '));
+        QString::fromUtf8("普通对白 卡拉OK 从下到上滚动 从上到下滚动 从右到左滚动 从左到右滚动").split(' '));
     const CSpreadCellType delay = TypeOf(TG::ColEffectDelay);
     EXPECT_EQ(delay.Min, 0);
     EXPECT_EQ(delay.Max, 100);
@@ -101,7 +112,7 @@ TEST_F(TimingGridTest, ResetGridMakesTwoBlankRowsWithSerialsAndPreviewLines)
     ASSERT_EQ(g().MaxRows(), 2);
     EXPECT_EQ(g().GetText(TG::ColSerialNo, 1), "1");
     EXPECT_EQ(g().GetText(TG::ColSerialNo, 2), "2");
-    EXPECT_EQ(hooks.Calls, (QStringList{"clear", "create 1 #1", "create 2 #2"}));
+    EXPECT_EQ(hooks.Calls, (QStringList { "clear", "create 1 #1", "create 2 #2" }));
     for (int row = 1; row <= 2; ++row) {
         EXPECT_TRUE(t.IsRowBlank(row));
         EXPECT_FALSE(t.RowChanged(row));
@@ -120,7 +131,7 @@ TEST_F(TimingGridTest, ResetGridMakesTwoBlankRowsWithSerialsAndPreviewLines)
     t.ResetGrid();
     EXPECT_EQ(g().MaxRows(), 2);
     EXPECT_EQ(g().GetText(TG::ColDialog, 1), "");
-    EXPECT_EQ(hooks.Calls, (QStringList{"clear", "create 1 #4", "create 2 #5"}));
+    EXPECT_EQ(hooks.Calls, (QStringList { "clear", "create 1 #4", "create 2 #5" }));
 }
 
 TEST_F(TimingGridTest, ResetGridInAnotherOpenModeKeepsTheRows)
@@ -149,7 +160,7 @@ TEST_F(TimingGridTest, AppendRowKeepsTheCurrentCell)
     EXPECT_EQ(g().Row2(), 2);
     EXPECT_EQ(g().Col2(), 4);
     EXPECT_EQ(t.RowSerial(3), 3);
-    EXPECT_EQ(hooks.Calls, QStringList{"create 3 #3"});
+    EXPECT_EQ(hooks.Calls, QStringList { "create 3 #3" });
     for (int col = 1; col <= 16; ++col)
         EXPECT_EQ(g().GetForeColor(col, 3), TG::UnchangedForeColor) << col;
     EXPECT_EQ(g().GetBackColor(TG::ColDialog, 3), TG::NoQuestionBackColor);
@@ -162,7 +173,7 @@ TEST_F(TimingGridTest, RemoveLastRowDropsItsPreviewLine)
     hooks.Calls.clear();
     t.RemoveLastRow();
     EXPECT_EQ(g().MaxRows(), 2);
-    EXPECT_EQ(hooks.Calls, QStringList{"delete 3 #3"});
+    EXPECT_EQ(hooks.Calls, QStringList { "delete 3 #3" });
     t.RemoveLastRow();
     t.RemoveLastRow();
     t.RemoveLastRow(); // on an empty grid: nothing

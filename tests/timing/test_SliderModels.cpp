@@ -12,8 +12,8 @@ using F = CSliderTimeModel;
 QString Fields(const CSliderTimeModel &m)
 {
     return QStringLiteral("%1 %2:%3:%4.%5")
-        .arg(m.SignCaption(), m.FieldText(F::FieldHour), m.FieldText(F::FieldMinite), m.FieldText(F::FieldSecond),
-             m.FieldText(F::FieldMiniSecond));
+        .arg(m.SignCaption(), m.FieldText(F::FieldHour), m.FieldText(F::FieldMinite),
+            m.FieldText(F::FieldSecond), m.FieldText(F::FieldMiniSecond));
 }
 
 class SliderTimeTest : public ::testing::Test
@@ -126,10 +126,9 @@ TEST_F(SliderTimeTest, LeavingAFieldChecksItsRange)
     EXPECT_FALSE(m.LeaveField(F::FieldSecond));
     m.setFieldText(F::FieldMiniSecond, QStringLiteral("-1"));
     EXPECT_FALSE(m.LeaveField(F::FieldMiniSecond));
-    EXPECT_EQ(prompt.Messages(), QStringList({QString::fromUtf8("小时的范围在0-9之内"),
-                                              QString::fromUtf8("分钟的范围在0-59之内"),
-                                              QString::fromUtf8("秒的范围在0-59之内"),
-                                              QString::fromUtf8("百分之一秒的范围在0-99之内")}));
+    EXPECT_EQ(prompt.Messages(),
+        QStringList({ QString::fromUtf8("小时的范围在0-9之内"), QString::fromUtf8("分钟的范围在0-59之内"),
+            QString::fromUtf8("秒的范围在0-59之内"), QString::fromUtf8("百分之一秒的范围在0-99之内") }));
     EXPECT_EQ(m.Minite, 7); // a refused text leaves the field
     EXPECT_EQ(m.FieldText(F::FieldHour), "10"); // and the box, for the user to mend
 
