@@ -85,3 +85,16 @@ static void BM_SpreadMoveBlock30k(benchmark::State &state)
     }
 }
 BENCHMARK(BM_SpreadMoveBlock30k)->Unit(benchmark::kMillisecond);
+
+// A new item list for one column of all rows, as when the style list changes.
+static void BM_SpreadColumnList30k(benchmark::State &state)
+{
+    const auto grid = FilledGrid();
+    const QString items = QStringLiteral("Default\tTitle\tSong\tSign\tNote");
+    for (auto _ : state) {
+        grid->setRow(-1);
+        grid->setCol(5);
+        grid->setListItems(items);
+    }
+}
+BENCHMARK(BM_SpreadColumnList30k)->Unit(benchmark::kMillisecond);

@@ -825,6 +825,20 @@ int CSpread::GetListChoice(int col, int row) const
     return cell->Choice;
 }
 
+bool CSpread::ChooseItem(int col, int row, const QString &text)
+{
+    Cell *cell = col > 0 ? CellAt(col, row) : nullptr;
+    if (!cell)
+        return false;
+    const CSpreadCellType &type = TypeOf(*cell, col);
+    const qsizetype index = type.Kind == SpreadCellKind::List ? type.ListItems.indexOf(text) : -1;
+    if (index < 0)
+        return false;
+    Choose(*cell, type, int(index));
+    NotifyCells(col, row, col, row, { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
+    return true;
+}
+
 quint32 CSpread::GetForeColor(int col, int row) const
 {
     const Cell *cell = CellAt(col, row);

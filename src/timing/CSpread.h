@@ -188,6 +188,9 @@ public:
     QString GetText(int col, int row) const;
     void SetText(int col, int row, const QString &text);
     int GetListChoice(int col, int row) const;
+    // Chooses the first item of a list cell equal to the text; with no such item (or no
+    // list) the cell keeps its choice and false is the result.
+    bool ChooseItem(int col, int row, const QString &text);
     quint32 GetForeColor(int col, int row) const;
     quint32 GetBackColor(int col, int row) const;
     bool GetCellMark(int col, int row) const;

@@ -256,6 +256,20 @@ TEST_F(SpreadTest, ListCells)
     EXPECT_EQ(g.ListCount(), 0);
 }
 
+TEST_F(SpreadTest, ChooseItemKeepsTheChoiceWithoutAMatch)
+{
+    g.setRow(-1);
+    g.setCol(2);
+    g.setListItems(QStringLiteral("a\tb\tb"));
+    EXPECT_TRUE(g.ChooseItem(2, 3, QStringLiteral("b")));
+    EXPECT_EQ(g.GetListChoice(2, 3), 1); // the first equal item
+    EXPECT_FALSE(g.ChooseItem(2, 3, QStringLiteral("B")));
+    EXPECT_EQ(g.GetText(2, 3), "b");
+    EXPECT_EQ(g.GetListChoice(2, 3), 1);
+    EXPECT_FALSE(g.ChooseItem(1, 3, QStringLiteral("r3c1"))); // not a list cell
+    EXPECT_FALSE(g.ChooseItem(2, 9, QStringLiteral("a")));
+}
+
 TEST_F(SpreadTest, ListChoiceThroughTheModel)
 {
     g.setRow(-1);
