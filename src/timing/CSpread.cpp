@@ -376,13 +376,15 @@ void CSpread::SetActiveCell(int col, int row)
         return;
     if (row == m_activeRow && col == m_activeCol)
         return;
-    const int oldCol = m_activeCol;
-    const int oldRow = m_activeRow;
     if (Viewport().EditMode())
         Viewport().setEditMode(false);
+    // The cell being left is still the active one while its handlers run, as a window
+    // expects; they may change the grid, so the target is checked again afterwards.
+    emit LeaveCell(m_activeCol, m_activeRow, col, row);
+    if (row > MaxRows() || col > MaxCols())
+        return;
     m_activeRow = row;
     m_activeCol = col;
-    emit LeaveCell(oldCol, oldRow, col, row);
     emit ActiveCellChanged(col, row);
 }
 

@@ -206,7 +206,7 @@ public:
 
 signals:
     void ActiveCellChanged(int col, int row);
-    // The cursor left a cell; sent before ActiveCellChanged.
+    // The cursor is leaving a cell: sent while the old cell is still the active one.
     void LeaveCell(int col, int row, int newCol, int newRow);
     void ColumnHiddenChanged(int col, bool hidden);
     // A user committed a text through the model (not sent for the program's writes).

@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -62,7 +63,10 @@ TEST_F(SpreadTest, CurrentCellIsNotTheCursor)
     EXPECT_EQ(moved.count(), 0);
 
     QSignalSpy left(&g, &CSpread::LeaveCell);
+    int activeWhileLeaving = -1;
+    QObject::connect(&g, &CSpread::LeaveCell, [&] { activeWhileLeaving = g.ActiveRow(); });
     g.ActivateCell();
+    EXPECT_EQ(activeWhileLeaving, 0);
     EXPECT_EQ(g.ActiveRow(), 2);
     EXPECT_EQ(g.ActiveCol(), 3);
     ASSERT_EQ(left.count(), 1);
@@ -179,6 +183,8 @@ TEST_F(SpreadTest, NumberCellsReadTheirLeadingNumber)
     g.setCol(2); // a text cell keeps fractions
     g.setValue(0.5);
     EXPECT_EQ(g.Text(), "0.5");
+    g.setValue(std::numeric_limits<double>::quiet_NaN()); // no number: no fault either
+    g.setValue(std::numeric_limits<double>::infinity());
     g.setRow(77);
     EXPECT_EQ(g.Value(), 0);
     g.setValue(1); // beyond the grid: nothing happens
@@ -497,18 +503,6 @@ TEST_F(SpreadTest, DeleteRowKeepsMaxRows)
     empty.DeleteRow();
     empty.InsertRow();
     EXPECT_EQ(empty.MaxRows(), 0);
-}
-
-TEST_F(SpreadTest, InsertAndDeleteRowSignalAsAViewExpects)
-{
-    QSignalSpy inserted(&g, &QAbstractItemModel::rowsInserted);
-    QSignalSpy removed(&g, &QAbstractItemModel::rowsRemoved);
-    g.setRow(2);
-    g.InsertRow();
-    ASSERT_EQ(removed.count(), 1);
-    EXPECT_EQ(removed.at(0).at(1).toInt(), 3);
-    ASSERT_EQ(inserted.count(), 1);
-    EXPECT_EQ(inserted.at(0).at(1).toInt(), 1);
 }
 
 TEST_F(SpreadTest, ClearBlockEmptiesTextOnly)
