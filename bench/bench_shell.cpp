@@ -15,13 +15,13 @@ namespace {
 void fillRichDraft(QTextDocument &doc, int characters)
 {
     QTextCursor c(&doc);
-    const QStringList fonts{QStringLiteral("SimSun"), QStringLiteral("SimHei"), QStringLiteral("Arial")};
+    const QStringList fonts { QStringLiteral("SimSun"), QStringLiteral("SimHei"), QStringLiteral("Arial") };
     int written = 0;
     int run = 0;
     while (written < characters) {
         QTextCharFormat f;
         f.setForeground(QColor((run * 40) % 256, (run * 90) % 256, (run * 150) % 256));
-        f.setFontFamilies(QStringList{fonts[run % 3]});
+        f.setFontFamilies(QStringList { fonts[run % 3] });
         f.setFontPointSize(10 + run % 5);
         f.setFontWeight(run % 4 == 0 ? QFont::Bold : QFont::Normal);
         f.setFontItalic(run % 6 == 0);
@@ -68,7 +68,11 @@ public:
     QString Text() const override { return text; }
     void setText(const QString &t) override { text = t; }
     qint32 SelStart() const override { return start; }
-    void setSelStart(qint32 s) override { start = s; length = 0; }
+    void setSelStart(qint32 s) override
+    {
+        start = s;
+        length = 0;
+    }
     qint32 SelLength() const override { return length; }
     void setSelLength(qint32 l) override { length = l; }
     QString SelText() const override { return text.mid(start, length); }

@@ -15,9 +15,11 @@ class SwapBack
 {
 public:
     SwapBack(IAutoSaveDocument &doc, bool timing)
-        : m_doc(doc), m_timing(timing), m_type(doc.ScriptType()), m_option(doc.TimingOption())
-    {
-    }
+        : m_doc(doc)
+        , m_timing(timing)
+        , m_type(doc.ScriptType())
+        , m_option(doc.TimingOption())
+    { }
     ~SwapBack()
     {
         m_doc.setScriptType(m_type);
@@ -96,8 +98,8 @@ QString CAutoSave::FileNameFor(const QString &folder, const QString &extension)
     // Two windows in one second: the stamp gives way to a made-up temporary name.
     while (QFileInfo::exists(name)) {
         const quint32 r = QRandomGenerator::global()->bounded(0x100000u);
-        name = folder + QStringLiteral("AutoSaverad") + QStringLiteral("%1").arg(r, 5, 16, QChar(u'0')).toUpper() +
-               extension;
+        name = folder + QStringLiteral("AutoSaverad")
+            + QStringLiteral("%1").arg(r, 5, 16, QChar(u'0')).toUpper() + extension;
     }
     return name;
 }
@@ -154,7 +156,6 @@ bool CAutoSave::Tick(const std::vector<IAutoSaveDocument *> &documents)
             Written << name;
             status(QStringLiteral("已自动保存文件: ") + name);
         }
-    } catch (const std::exception &) {
-    }
+    } catch (const std::exception &) { }
     return true;
 }

@@ -14,7 +14,7 @@ class CAutoSave
 {
 public:
     qint32 AutoSaveTime = 180; // seconds between runs
-    double AutoDelTime = 24;   // hours a copy is kept
+    double AutoDelTime = 24; // hours a copy is kept
     qint32 Counter() const { return m_counter; }
 
     // One second has passed. `documents` are the open windows in the application's

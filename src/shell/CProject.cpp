@@ -36,7 +36,7 @@ void CProject::AddFile(const QString &path, qint32 scriptType)
             f.ScriptType = scriptType;
             return;
         }
-    m_files.push_back({absolute, scriptType});
+    m_files.push_back({ absolute, scriptType });
 }
 
 bool CProject::RemoveFile(const QString &path)
@@ -57,15 +57,16 @@ QString CProject::Format(const QString &projectFileName) const
     QString out = kHeader + u' ' + QString::number(FormatVersion) + QStringLiteral("\r\n");
     for (const ProjectFile &f : m_files) {
         QString path = base.relativeFilePath(f.Path);
-        if (path.startsWith(QStringLiteral("../")) || path == QStringLiteral("..") || QDir::isAbsolutePath(path))
+        if (path.startsWith(QStringLiteral("../")) || path == QStringLiteral("..")
+            || QDir::isAbsolutePath(path))
             path = f.Path;
         out += QString::number(f.ScriptType) + u'\t' + path + QStringLiteral("\r\n");
     }
     return out;
 }
 
-bool CProject::Parse(const QString &text, const QString &projectFileName, std::vector<ProjectFile> &files,
-                     QString &error)
+bool CProject::Parse(
+    const QString &text, const QString &projectFileName, std::vector<ProjectFile> &files, QString &error)
 {
     const QDir base = QFileInfo(projectFileName).absoluteDir();
     QStringList lines = text.split(u'\n');
@@ -104,7 +105,7 @@ bool CProject::Parse(const QString &text, const QString &projectFileName, std::v
             error = QStringLiteral("line %1 is not a file entry").arg(i + 1);
             return false;
         }
-        read.push_back({absoluteOf(path, base), type});
+        read.push_back({ absoluteOf(path, base), type });
     }
     files = std::move(read);
     return true;
@@ -163,8 +164,8 @@ bool CProject::OutputSub(const QString &fileName)
 
 QString CProject::FileFilter()
 {
-    return Msg(QStringLiteral("COMM_MSG_301")) + QStringLiteral(" (*.vlr)|*.vlr|") + Msg(QStringLiteral("COMM_MSG_300")) +
-           QStringLiteral("(*.*)|*.*");
+    return Msg(QStringLiteral("COMM_MSG_301")) + QStringLiteral(" (*.vlr)|*.vlr|")
+        + Msg(QStringLiteral("COMM_MSG_300")) + QStringLiteral("(*.*)|*.*");
 }
 
 bool CProject::QueryClose()

@@ -11,8 +11,8 @@ class QObject;
 // One file of a project.
 struct ProjectFile
 {
-    QString Path;           // absolute in memory
-    qint32 ScriptType = 0;  // the file-kind number; 100 for a video
+    QString Path; // absolute in memory
+    qint32 ScriptType = 0; // the file-kind number; 100 for a video
 };
 
 // A subtitle project: the list of its files with their types, kept in a ".vlr" file.
@@ -38,8 +38,8 @@ public:
     // The project has no text form of its own: the file is read and written by
     // InputSub and OutputSub.
     QString Content() override { return {}; }
-    void setContent(const QString &) override {}
-    void Clear() override {}
+    void setContent(const QString &) override { }
+    void Clear() override { }
 
     const std::vector<ProjectFile> &Files() const { return m_files; }
     // Adds a file (made absolute); a path already listed only takes the new type.
@@ -55,8 +55,8 @@ public:
 
     // The text of a project file for a given location, and its reading.
     QString Format(const QString &projectFileName) const;
-    static bool Parse(const QString &text, const QString &projectFileName, std::vector<ProjectFile> &files,
-                      QString &error);
+    static bool Parse(
+        const QString &text, const QString &projectFileName, std::vector<ProjectFile> &files, QString &error);
 
     // The filter of the project file dialogs.
     static QString FileFilter();

@@ -14,8 +14,8 @@ const QString kSection = QStringLiteral("Recent");
 qint32 lengthSetting()
 {
     try {
-        return std::max<qint32>(0, CLng(GetSetting(QStringLiteral("RecentFiles"), QStringLiteral("Count"),
-                                                   QStringLiteral("5"))));
+        return std::max<qint32>(
+            0, CLng(GetSetting(QStringLiteral("RecentFiles"), QStringLiteral("Count"), QStringLiteral("5"))));
     } catch (const VelmarError &) {
         return 5;
     }
@@ -36,8 +36,8 @@ void CRecentFile::Init(qint32 length)
         const QString n = QString::number(slot);
         m_names[size_t(slot - 1)] = GetSetting(kSection, QStringLiteral("FileName") + n, QString());
         try {
-            m_types[size_t(slot - 1)] =
-                CLng(GetSetting(kSection, QStringLiteral("FileType") + n, QStringLiteral("0")));
+            m_types[size_t(slot - 1)]
+                = CLng(GetSetting(kSection, QStringLiteral("FileType") + n, QStringLiteral("0")));
         } catch (const VelmarError &) {
             m_types[size_t(slot - 1)] = 0;
         }
@@ -88,8 +88,8 @@ void CRecentFile::UpdateRecentFileMenu()
         e.Type = m_types[size_t(slot - 1)];
         e.Visible = !e.FileName.isEmpty();
         if (e.Visible)
-            e.Caption = QString::number(slot) + QStringLiteral(": ") + ScripyTypeName(e.Type) + QStringLiteral(": ") +
-                        e.FileName;
+            e.Caption = QString::number(slot) + QStringLiteral(": ") + ScripyTypeName(e.Type)
+                + QStringLiteral(": ") + e.FileName;
         m_menu.push_back(e);
     }
     if (MenuChanged)

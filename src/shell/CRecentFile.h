@@ -8,11 +8,11 @@
 // One entry of the recent-file menu, as every window's File menu shows it.
 struct RecentFileMenuEntry
 {
-    int Slot = 0;         // 1 is the latest
+    int Slot = 0; // 1 is the latest
     bool Visible = false; // an unused slot is hidden; its entry stays in place
-    QString Caption;      // "1: 时间轴: /path/file.ass"
+    QString Caption; // "1: 时间轴: /path/file.ass"
     QString FileName;
-    qint32 Type = 0;      // ScriptType, or 100 for a video
+    qint32 Type = 0; // ScriptType, or 100 for a video
 };
 
 // The list of files last used, kept in the "Recent" section of the store and shown as a

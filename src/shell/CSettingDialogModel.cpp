@@ -33,10 +33,10 @@ void CSettingDialogModel::Init(const CHotKeys &hotKeys, const AutoSaveSettings &
 
 QStringList CSettingDialogModel::HotKeyNames()
 {
-    QStringList names{kUndefined};
+    QStringList names { kUndefined };
     for (int code = 112; code <= 123; ++code)
         names << KeyCodeToName(code);
-    for (int code : {13, 37, 38, 39, 40})
+    for (int code : { 13, 37, 38, 39, 40 })
         names << KeyCodeToName(code);
     for (int code = 65; code <= 90; ++code)
         names << KeyCodeToName(code);
@@ -96,13 +96,11 @@ bool CSettingDialogModel::OK(CHotKeys &hotKeys, AutoSaveSettings &autoSave)
     try {
         autoSave.AutoSaveTime = CLng(txtAutoSaveTime);
         SaveSetting(section, QStringLiteral("Interval"), txtAutoSaveTime);
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
     try {
         autoSave.AutoDelTime = CDbl(txtAutoDelTime);
         SaveSetting(section, QStringLiteral("Delete"), txtAutoDelTime);
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
 
     for (int i = 0; i < CHotKeys::Count; ++i) {
         const QString &name = cmbHotKey[size_t(i)];

@@ -16,8 +16,8 @@ public:
     virtual QString Content() = 0;
     // Timing and translation documents; others may keep the defaults.
     virtual qint32 ScriptType() const { return 0; }
-    virtual void setScriptType(qint32) {}
+    virtual void setScriptType(qint32) { }
     // Timing documents only.
     virtual qint32 TimingOption() const { return 0; }
-    virtual void setTimingOption(qint32) {}
+    virtual void setTimingOption(qint32) { }
 };

@@ -13,18 +13,18 @@
 
 using namespace basConvert;
 
-const std::array<HotKeySetting, 10> HotKeySettings{{
-    {u"TimingTime", u"Undefined", 5},
-    {u"TimingStartTime", u"F8", 3},
-    {u"TimingEndTime", u"F9", 4},
-    {u"TimingForword", u"Undefined", 6},
-    {u"TimingBack", u"Undefined", 7},
-    {u"Refresh", u"F5", 8},
-    {u"PlayPause", u"F3", 0},
-    {u"PlayBack", u"F4", 1},
-    {u"PlayForword", u"F6", 2},
-    {u"FileSave", u"F10", 9},
-}};
+const std::array<HotKeySetting, 10> HotKeySettings { {
+    { u"TimingTime", u"Undefined", 5 },
+    { u"TimingStartTime", u"F8", 3 },
+    { u"TimingEndTime", u"F9", 4 },
+    { u"TimingForword", u"Undefined", 6 },
+    { u"TimingBack", u"Undefined", 7 },
+    { u"Refresh", u"F5", 8 },
+    { u"PlayPause", u"F3", 0 },
+    { u"PlayBack", u"F4", 1 },
+    { u"PlayForword", u"F6", 2 },
+    { u"FileSave", u"F10", 9 },
+} };
 
 QString HotKeyValueName(int index)
 {
@@ -51,8 +51,7 @@ std::optional<double> toDouble(const QString &text)
         const double v = CDbl(text);
         if (std::isfinite(v))
             return v;
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
     return std::nullopt;
 }
 
@@ -68,8 +67,7 @@ std::optional<qint32> toLong(const QString &text)
 {
     try {
         return CLng(text);
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
     return std::nullopt;
 }
 
@@ -77,8 +75,7 @@ std::optional<qint16> toInteger(const QString &text)
 {
     try {
         return CInt(text);
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
     return std::nullopt;
 }
 

@@ -14,7 +14,7 @@ struct StartupGeometry
 {
     float Left = 0;
     float Top = 0;
-    float Width = 0;  // the screen's width until the store says otherwise
+    float Width = 0; // the screen's width until the store says otherwise
     float Height = 0; // the screen's height until the store says otherwise
 };
 
@@ -23,7 +23,7 @@ struct AutoSaveSettings
 {
     bool Enabled = true;
     qint32 AutoSaveTime = 180; // seconds between runs
-    double AutoDelTime = 24;   // hours an auto-saved copy is kept
+    double AutoDelTime = 24; // hours an auto-saved copy is kept
 };
 
 // The time steps of the players and the reaction offsets of the timing documents.

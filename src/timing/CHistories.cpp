@@ -11,7 +11,12 @@ namespace {
 class Guard
 {
 public:
-    explicit Guard(bool &flag) : m_flag(flag), m_old(flag) { m_flag = true; }
+    explicit Guard(bool &flag)
+        : m_flag(flag)
+        , m_old(flag)
+    {
+        m_flag = true;
+    }
     ~Guard() { m_flag = m_old; }
     Guard(const Guard &) = delete;
     Guard &operator=(const Guard &) = delete;

@@ -27,7 +27,7 @@ public:
     int Newest() const { return m_newest; }
 
     bool KeyDown(int keyCode, int shift) override;
-    void SelChange() override {}
+    void SelChange() override { }
     void Change() override;
 
 private:

@@ -31,8 +31,8 @@ public:
 
     qint32 SerialNo = 0;
     qint32 PreviousNo = 0; // 0: none
-    qint32 NextNo = -1;    // -1: none
-    qint32 Operate = 0;    // 0 no change, 1 insert, 2 delete, 3 update
+    qint32 NextNo = -1; // -1: none
+    qint32 Operate = 0; // 0 no change, 1 insert, 2 delete, 3 update
     QString BeforeSelText;
     qint32 BeforeSelStart = 0;
     qint32 BeforeSelLength = 0;

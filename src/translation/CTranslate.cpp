@@ -83,7 +83,9 @@ Attributes attributesOf(const QTextCharFormat &f, const QFont &defaultFont)
 
 } // namespace
 
-CTranslate::CTranslate() : m_ownView(std::make_unique<QTextDocument>()), m_view(m_ownView.get())
+CTranslate::CTranslate()
+    : m_ownView(std::make_unique<QTextDocument>())
+    , m_view(m_ownView.get())
 {
     ClipboardText = [] {
         auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
@@ -144,8 +146,7 @@ void CTranslate::setContent(const QString &text)
     try {
         if (TranslateOption & 128)
             ReadTables();
-    } catch (const std::exception &) {
-    }
+    } catch (const std::exception &) { }
     CopyDocument(m_shadow, *m_view);
 }
 
@@ -249,9 +250,10 @@ QString CTranslate::Content()
             start = WriteTables();
         const bool plainOptions = ChangeOption == 0 || ChangeOption == 1;
         if (!plainOptions && ScriptType == 0 && fromDocumentText(m_shadow.toPlainText()).size() >= 2049) {
-            const int answer = MsgBox(QStringLiteral("对超过2K的文字进行带SSA格式转换时间轴，预计此操作将非常费时") +
-                                          QStringLiteral("\r\n") + QStringLiteral("建议停止这个操作或者缩短文字列"),
-                                      MsgBoxStyle::RetryCancel);
+            const int answer
+                = MsgBox(QStringLiteral("对超过2K的文字进行带SSA格式转换时间轴，预计此操作将非常费时")
+                        + QStringLiteral("\r\n") + QStringLiteral("建议停止这个操作或者缩短文字列"),
+                    MsgBoxStyle::RetryCancel);
             if (answer == MsgBoxResult::Cancel)
                 return {};
         }
@@ -262,7 +264,8 @@ QString CTranslate::Content()
         return RichTextToTags(start);
     } catch (const std::exception &e) {
         const auto *v = dynamic_cast<const VelmarError *>(&e);
-        MsgBox((v ? v->Description() : QString::fromLocal8Bit(e.what())) + QStringLiteral("\r\n") + Caption());
+        MsgBox(
+            (v ? v->Description() : QString::fromLocal8Bit(e.what())) + QStringLiteral("\r\n") + Caption());
         return {};
     }
 }

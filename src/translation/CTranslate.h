@@ -37,7 +37,7 @@ class CTranslate : public isub
 public:
     CTranslate();
     ~CTranslate() override;
-    void Init() {}
+    void Init() { }
 
     CTranslates *Parent() const { return m_parent; }
     void setParent(CTranslates *parent) { m_parent = parent; }
@@ -71,8 +71,8 @@ public:
     void Clear() override;
 
     // The quick tables. After reading a draft each ends in one empty row.
-    std::vector<ChangeTableRow> ChangeTable{ChangeTableRow()};
-    std::vector<ColorTableRow> ColorTable{ColorTableRow()};
+    std::vector<ChangeTableRow> ChangeTable { ChangeTableRow() };
+    std::vector<ColorTableRow> ColorTable { ColorTableRow() };
     // Row labels, one character, rows counted from 0.
     static QString ChangeTableLabel(int row);
     static QString ColorTableLabel(int row);

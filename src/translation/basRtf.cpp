@@ -113,8 +113,8 @@ QString decodeBytes(const QByteArray &bytes, int codePage)
         char *outPtr = buffer.data();
         size_t outLeft = size_t(buffer.size());
         const size_t r = iconv(cd, &in, &inLeft, &outPtr, &outLeft);
-        out += QString::fromUtf16(reinterpret_cast<const char16_t *>(buffer.constData()),
-                                  (buffer.size() - qsizetype(outLeft)) / 2);
+        out += QString::fromUtf16(
+            reinterpret_cast<const char16_t *>(buffer.constData()), (buffer.size() - qsizetype(outLeft)) / 2);
         if (r == size_t(-1) && inLeft > 0) {
             // A byte the code page does not know: keep a replacement and go on.
             out += QChar(0xFFFD);
@@ -157,7 +157,11 @@ constexpr int kMaxDepth = 2000;
 class RtfReader
 {
 public:
-    RtfReader(const QString &rtf, QTextDocument &doc) : m_in(rtf), m_doc(doc), m_cursor(&doc) {}
+    RtfReader(const QString &rtf, QTextDocument &doc)
+        : m_in(rtf)
+        , m_doc(doc)
+        , m_cursor(&doc)
+    { }
 
     void Read()
     {
@@ -256,15 +260,12 @@ private:
         }
         if (m_pos < n && m_in[m_pos] == u' ')
             ++m_pos;
-        value = std::clamp<qint64>(negative ? -value : value, std::numeric_limits<int>::min(),
-                                   std::numeric_limits<int>::max());
+        value = std::clamp<qint64>(
+            negative ? -value : value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
         apply(word, hasParam, int(value));
     }
 
-    static bool isAsciiLetter(QChar c)
-    {
-        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-    }
+    static bool isAsciiLetter(QChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 
     void controlSymbol(QChar c)
     {
@@ -341,6 +342,12 @@ private:
             return;
         }
         State &s = st();
+        if (w == u"bin") {
+            // Raw binary data of the given length, never text.
+            if (hasParam && v > 0)
+                m_pos += std::min<qsizetype>(v, m_in.size() - m_pos);
+            return;
+        }
         // Destinations.
         if (w == u"fonttbl") {
             s.dest = Dest::FontTable;
@@ -360,14 +367,14 @@ private:
             s.dest = Dest::Text;
             return;
         }
-        static const char *const skipped[] = {
-            "stylesheet", "info", "pict", "object", "header", "headerl", "headerr", "headerf", "footer",
-            "footerl", "footerr", "footerf", "footnote", "fldinst", "listtable", "listoverridetable", "rsidtbl",
-            "generator", "xmlnstbl", "themedata", "colorschememapping", "latentstyles", "datastore", "revtbl",
-            "filetbl", "pgdsctbl", "mmathPr", "bkmkstart", "bkmkend", "shp", "shpinst", "nonshppict", "author",
-            "operator", "title", "subject", "keywords", "comment", "doccomm", "company", "annotation", "atnid",
-            "atnauthor", "private", "template", "listtext", "pntext", "pntxta", "pntxtb", "protusertbl",
-            "userprops", "wgrffmtfilter", "xmlopen", "background", "ftnsep", "ftnsepc", "aftnsep", "aftnsepc"};
+        static const char *const skipped[] = { "stylesheet", "info", "pict", "object", "header", "headerl",
+            "headerr", "headerf", "footer", "footerl", "footerr", "footerf", "footnote", "fldinst",
+            "listtable", "listoverridetable", "rsidtbl", "generator", "xmlnstbl", "themedata",
+            "colorschememapping", "latentstyles", "datastore", "revtbl", "filetbl", "pgdsctbl", "mmathPr",
+            "bkmkstart", "bkmkend", "shp", "shpinst", "nonshppict", "author", "operator", "title", "subject",
+            "keywords", "comment", "doccomm", "company", "annotation", "atnid", "atnauthor", "private",
+            "template", "listtext", "pntext", "pntxta", "pntxtb", "protusertbl", "userprops", "wgrffmtfilter",
+            "xmlopen", "background", "ftnsep", "ftnsepc", "aftnsep", "aftnsepc" };
         for (const char *k : skipped)
             if (w == QLatin1String(k)) {
                 s.dest = Dest::Skip;
@@ -380,7 +387,7 @@ private:
             if (code < 0)
                 code += 65536;
             if (code >= 0 && code <= 0xFFFF) {
-                const QChar ch{char16_t(code)};
+                const QChar ch { char16_t(code) };
                 if (s.dest == Dest::Font || s.dest == Dest::FontTable)
                     m_fontName += ch;
                 else
@@ -566,7 +573,7 @@ private:
         f.setFontPointSize(s.size / 2.0);
         const auto it = m_fontsByNo.find(s.font);
         if (it != m_fontsByNo.end() && !m_fonts[size_t(it->second)].Name.isEmpty())
-            f.setFontFamilies(QStringList{m_fonts[size_t(it->second)].Name});
+            f.setFontFamilies(QStringList { m_fonts[size_t(it->second)].Name });
         if (s.colour > 0 && size_t(s.colour) < m_colours.size() && m_colours[size_t(s.colour)] >= 0) {
             const int c = m_colours[size_t(s.colour)];
             f.setForeground(QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF));
@@ -589,8 +596,8 @@ private:
 
     static bool sameFormat(const State &a, const State &b)
     {
-        return a.bold == b.bold && a.italic == b.italic && a.underline == b.underline && a.strike == b.strike &&
-               a.font == b.font && a.size == b.size && a.colour == b.colour;
+        return a.bold == b.bold && a.italic == b.italic && a.underline == b.underline && a.strike == b.strike
+            && a.font == b.font && a.size == b.size && a.colour == b.colour;
     }
 
     void flushText()
@@ -690,8 +697,9 @@ int halfPointsOf(const QTextCharFormat &f, double fallback)
 bool IsRtf(const QString &text)
 {
     qsizetype i = 0;
-    while (i < text.size() && (text[i] == u' ' || text[i] == u'\r' || text[i] == u'\n' || text[i] == u'\t' ||
-                               text[i] == QChar(0xFEFF)))
+    while (i < text.size()
+        && (text[i] == u' ' || text[i] == u'\r' || text[i] == u'\n' || text[i] == u'\t'
+            || text[i] == QChar(0xFEFF)))
         ++i;
     return QStringView(text).mid(i).startsWith(u"{\\rtf");
 }
@@ -719,10 +727,11 @@ QString DocumentPlainText(const QTextDocument &document)
 QString DocumentToRtf(const QTextDocument &document)
 {
     const QString defaultFamily = document.defaultFont().family();
-    const double defaultSize = document.defaultFont().pointSizeF() > 0 ? document.defaultFont().pointSizeF() : 12;
+    const double defaultSize
+        = document.defaultFont().pointSizeF() > 0 ? document.defaultFont().pointSizeF() : 12;
 
     // Tables first: every font and colour the text uses.
-    QStringList fonts{defaultFamily};
+    QStringList fonts { defaultFamily };
     std::vector<int> colours;
     for (QTextBlock b = document.begin(); b.isValid(); b = b.next())
         for (auto it = b.begin(); !it.atEnd(); ++it) {
@@ -737,11 +746,16 @@ QString DocumentToRtf(const QTextDocument &document)
 
     QString out = QStringLiteral("{\\rtf1\\ansi\\ansicpg936\\deff0\\uc1{\\fonttbl");
     for (qsizetype i = 0; i < fonts.size(); ++i)
-        out += QStringLiteral("{\\f%1\\fnil\\fcharset134 ").arg(i) + escapeText(fonts[i]) + QStringLiteral(";}");
+        out += QStringLiteral("{\\f%1\\fnil\\fcharset134 ").arg(i) + escapeText(fonts[i])
+            + QStringLiteral(";}");
     out += QStringLiteral("}\r\n{\\colortbl ;");
     for (int c : colours)
-        out += QStringLiteral("\\red%1\\green%2\\blue%3;").arg(c & 0xFF).arg((c >> 8) & 0xFF).arg((c >> 16) & 0xFF);
-    out += QStringLiteral("}\r\n\\viewkind4\\pard\\plain\\f0\\fs%1 ").arg(halfPointsOf(QTextCharFormat(), defaultSize));
+        out += QStringLiteral("\\red%1\\green%2\\blue%3;")
+                   .arg(c & 0xFF)
+                   .arg((c >> 8) & 0xFF)
+                   .arg((c >> 16) & 0xFF);
+    out += QStringLiteral("}\r\n\\viewkind4\\pard\\plain\\f0\\fs%1 ")
+               .arg(halfPointsOf(QTextCharFormat(), defaultSize));
 
     bool firstBlock = true;
     for (QTextBlock b = document.begin(); b.isValid(); b = b.next()) {
@@ -752,7 +766,8 @@ QString DocumentToRtf(const QTextDocument &document)
             const QTextFragment frag = it.fragment();
             const QTextCharFormat f = frag.charFormat();
             const int c = colourOf(f);
-            const int colourIndex = c < 0 ? 0 : int(std::find(colours.begin(), colours.end(), c) - colours.begin()) + 1;
+            const int colourIndex
+                = c < 0 ? 0 : int(std::find(colours.begin(), colours.end(), c) - colours.begin()) + 1;
             // Each run states its whole format, so that runs read back on their own.
             out += QStringLiteral("{\\f%1\\fs%2\\cf%3")
                        .arg(fonts.indexOf(familyOf(f, defaultFamily)))

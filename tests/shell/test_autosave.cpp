@@ -17,9 +17,11 @@ class FakeDocument : public IAutoSaveDocument
 {
 public:
     FakeDocument(Kind kind, QString text, qint32 type = 0, qint32 option = 0)
-        : kind(kind), text(std::move(text)), type(type), option(option)
-    {
-    }
+        : kind(kind)
+        , text(std::move(text))
+        , type(type)
+        , option(option)
+    { }
     Kind AutoSaveKind() const override { return kind; }
     QString Content() override
     {
@@ -107,7 +109,7 @@ TEST_F(AutoSaveTest, EachOpenDocumentIsWrittenWithTheStamp)
     FakeDocument draft(IAutoSaveDocument::Translate, QStringLiteral("{\\rtf1 draft}"), 0, 1);
     FakeDocument notes(IAutoSaveDocument::NotePad, QStringLiteral("notes"));
     FakeDocument player(IAutoSaveDocument::Other, QStringLiteral("never"));
-    ASSERT_TRUE(save.Tick({&srt, &player, &draft, &notes}));
+    ASSERT_TRUE(save.Tick({ &srt, &player, &draft, &notes }));
 
     const QString folder = Program() + QStringLiteral("AutoSave/");
     ASSERT_EQ(save.Written.size(), 2 + 1);
@@ -140,7 +142,7 @@ TEST_F(AutoSaveTest, TwoWindowsInOneSecondDoNotOverwriteEachOther)
     save.AutoSaveTime = 1;
     FakeDocument a(IAutoSaveDocument::Timing, QStringLiteral("first"), 2);
     FakeDocument b(IAutoSaveDocument::Timing, QStringLiteral("second"), 2);
-    ASSERT_TRUE(save.Tick({&a, &b}));
+    ASSERT_TRUE(save.Tick({ &a, &b }));
     ASSERT_EQ(save.Written.size(), 2);
     EXPECT_TRUE(save.Written[0].endsWith(QStringLiteral("AutoSave(2024-03-09-07-05-04).ass")));
     const QString second = QFileInfo(save.Written[1]).fileName();
@@ -155,7 +157,7 @@ TEST_F(AutoSaveTest, TextTheCodePageCannotHoldIsKeptWhole)
     save.AutoSaveTime = 1;
     const QString text = QStringLiteral("emoji \U0001F600 and 한국어?");
     FakeDocument notes(IAutoSaveDocument::NotePad, text);
-    ASSERT_TRUE(save.Tick({&notes}));
+    ASSERT_TRUE(save.Tick({ &notes }));
     const WholeFileRead back = ReadWholeFile(save.Written[0], false);
     EXPECT_TRUE(back.Unicode);
     EXPECT_EQ(back.Text, text);
@@ -173,8 +175,8 @@ TEST_F(AutoSaveTest, OldAutoSaveFilesAreDeletedOthersAreNot)
         ASSERT_TRUE(f.setFileTime(now.addSecs(-ageSeconds), QFileDevice::FileModificationTime));
     };
     make(QStringLiteral("AutoSave(old).ass"), 3 * 3600);
-    make(QStringLiteral("AutoSaved.txt"), 3 * 3600);      // only the first eight letters count
-    make(QStringLiteral("autosave(old).ass"), 3 * 3600);  // a different name
+    make(QStringLiteral("AutoSaved.txt"), 3 * 3600); // only the first eight letters count
+    make(QStringLiteral("autosave(old).ass"), 3 * 3600); // a different name
     make(QStringLiteral("Mine.ass"), 3 * 3600);
     make(QStringLiteral("AutoSave(young).ass"), 1 * 3600);
 
@@ -201,13 +203,13 @@ TEST_F(AutoSaveTest, AFaultEndsTheRunAndTheTimerGoesOn)
     FakeDocument bad(IAutoSaveDocument::Timing, QStringLiteral("b"), 4, 8);
     FakeDocument later(IAutoSaveDocument::NotePad, QStringLiteral("c"));
     bad.fail = true;
-    EXPECT_EQ(TicksToRun({&good, &bad, &later}), 2);
+    EXPECT_EQ(TicksToRun({ &good, &bad, &later }), 2);
     EXPECT_EQ(save.Written.size(), 1);
     EXPECT_EQ(bad.type, 4); // put back even though the read failed
     EXPECT_EQ(bad.option, 8);
     bad.fail = false;
     SetNow(Now().addSecs(2));
-    EXPECT_EQ(TicksToRun({&good, &bad, &later}), 2);
+    EXPECT_EQ(TicksToRun({ &good, &bad, &later }), 2);
     EXPECT_EQ(save.Written.size(), 3);
 }
 
@@ -241,7 +243,9 @@ TEST_F(BackupTest, AWriteThatFailsHalfWayKeepsTheOldFileAndTheBackup)
     writeBytes(user, "the old script");
 
     // A file-size limit makes the write fail part-way, even for the superuser.
-    struct rlimit old {};
+    struct rlimit old
+    {
+    };
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
     auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
     struct rlimit small = old;
@@ -256,7 +260,7 @@ TEST_F(BackupTest, AWriteThatFailsHalfWayKeepsTheOldFileAndTheBackup)
     EXPECT_EQ(readAll(user), QByteArray("the old script"));
     EXPECT_EQ(readAll(BackupFolder() + QStringLiteral("ep02.ass")), QByteArray("the old script"));
     QStringList left = QDir(TempPath(QString())).entryList(QDir::Files);
-    EXPECT_EQ(left, QStringList{QStringLiteral("ep02.ass")}); // no half-written leftovers
+    EXPECT_EQ(left, QStringList { QStringLiteral("ep02.ass") }); // no half-written leftovers
 }
 
 TEST_F(BackupTest, AReadOnlyFolderKeepsTheOldFileAndTheBackup)

@@ -38,9 +38,10 @@ TEST_F(ProjectTest, RoundTripWithRelativeAndAbsolutePaths)
     const QString name = root + QStringLiteral("/show.vlr");
     ASSERT_TRUE(p.OutputSub(name)) << p.LastError().toStdString();
     EXPECT_FALSE(p.Changed());
-    EXPECT_EQ(ReadFile(name), QStringLiteral("Velmar Project 1\r\n2\tsubs/第一集.ass\r\n0\tdraft.rtf\r\n"
-                                             "100\t/media/video/ep 1.mkv\r\n")
-                                  .toUtf8());
+    EXPECT_EQ(ReadFile(name),
+        QStringLiteral("Velmar Project 1\r\n2\tsubs/第一集.ass\r\n0\tdraft.rtf\r\n"
+                       "100\t/media/video/ep 1.mkv\r\n")
+            .toUtf8());
 
     // Moved with its folder, the project still finds its own files.
     const QString moved = TempPath(QStringLiteral("moved"));
@@ -74,7 +75,7 @@ TEST_F(ProjectTest, BadFilesAreRefusedAndTheProjectStaysAsItWas)
     CProject p;
     p.AddFile(QStringLiteral("/keep.ass"), 2);
     const QString name = TempPath(QStringLiteral("bad.vlr"));
-    const QList<QByteArray> bad{
+    const QList<QByteArray> bad {
         QByteArray(),
         "garbage",
         "Velmar Project\r\n2\ta.ass\r\n",

@@ -21,9 +21,9 @@ TEST_F(RecentFileTest, NewFilesGoFirstAndTheLastFallsOut)
     CRecentFile r;
     r.Init();
     ASSERT_EQ(r.Length(), 5);
-    for (const char *n : {"/a.ass", "/b.srt", "/c.txt", "/d.rtf", "/e.avi", "/f.lrc"})
+    for (const char *n : { "/a.ass", "/b.srt", "/c.txt", "/d.rtf", "/e.avi", "/f.lrc" })
         r.InsertRecentFileList(QString::fromLatin1(n), 2);
-    EXPECT_EQ(Names(r), (QStringList{"/f.lrc", "/e.avi", "/d.rtf", "/c.txt", "/b.srt"}));
+    EXPECT_EQ(Names(r), (QStringList { "/f.lrc", "/e.avi", "/d.rtf", "/c.txt", "/b.srt" }));
 }
 
 TEST_F(RecentFileTest, AListedFileMovesUpAndCaseDoesNotMatter)
@@ -34,16 +34,16 @@ TEST_F(RecentFileTest, AListedFileMovesUpAndCaseDoesNotMatter)
     r.InsertRecentFileList(QStringLiteral("/x.ass"), 2);
     r.InsertRecentFileList(QStringLiteral("/movie.mkv"), 100);
     r.InsertRecentFileList(QStringLiteral("c:\\a.srt"), 4);
-    EXPECT_EQ(Names(r), (QStringList{"c:\\a.srt", "/movie.mkv", "/x.ass", ""}));
+    EXPECT_EQ(Names(r), (QStringList { "c:\\a.srt", "/movie.mkv", "/x.ass", "" }));
     EXPECT_EQ(r.FileType(2), 100);
     EXPECT_EQ(r.FileType(3), 2);
 
     // The first again: nothing moves.
     r.InsertRecentFileList(QStringLiteral("c:\\a.srt"), 4);
-    EXPECT_EQ(Names(r), (QStringList{"c:\\a.srt", "/movie.mkv", "/x.ass", ""}));
+    EXPECT_EQ(Names(r), (QStringList { "c:\\a.srt", "/movie.mkv", "/x.ass", "" }));
     // The middle one comes up and the others keep their order.
     r.InsertRecentFileList(QStringLiteral("/X.ASS"), 1);
-    EXPECT_EQ(Names(r), (QStringList{"/X.ASS", "c:\\a.srt", "/movie.mkv", ""}));
+    EXPECT_EQ(Names(r), (QStringList { "/X.ASS", "c:\\a.srt", "/movie.mkv", "" }));
     EXPECT_EQ(r.FileType(1), 1);
     EXPECT_EQ(r.FileType(3), 100);
 }
@@ -83,7 +83,8 @@ TEST_F(RecentFileTest, TheStoreKeepsTheListBetweenRuns)
     }
     EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileName1")), QStringLiteral("/two.mp4"));
     EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileType1")), QStringLiteral("100"));
-    EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileName5"), QStringLiteral("x")), QString());
+    EXPECT_EQ(
+        GetSetting(QStringLiteral("Recent"), QStringLiteral("FileName5"), QStringLiteral("x")), QString());
 
     CRecentFile again;
     again.Init();
@@ -95,7 +96,8 @@ TEST_F(RecentFileTest, TheStoreKeepsTheListBetweenRuns)
 
 TEST_F(RecentFileTest, CountAndHostileTypesFromTheStore)
 {
-    WriteStore("[RecentFiles]\nCount=2\n[Recent]\nFileName1=/k.ass\nFileType1=zz\nFileName2=/m.srt\nFileType2=4\n");
+    WriteStore(
+        "[RecentFiles]\nCount=2\n[Recent]\nFileName1=/k.ass\nFileType1=zz\nFileName2=/m.srt\nFileType2=4\n");
     CRecentFile r;
     r.Init();
     EXPECT_EQ(r.Length(), 2);
@@ -112,14 +114,14 @@ TEST_F(RecentFileTest, ALengthOfZeroHoldsAndWritesNothing)
     EXPECT_EQ(r.Length(), 0);
     EXPECT_TRUE(r.Menu().empty());
     EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileName1"), QStringLiteral("none")),
-              QStringLiteral("none"));
+        QStringLiteral("none"));
 }
 
 TEST(RecentFileLabels, TypesAndLabels)
 {
     EXPECT_EQ(CRecentFile::ScripyTypeName(0), QStringLiteral("翻译"));
     EXPECT_EQ(CRecentFile::ScripyTypeName(6), QStringLiteral("翻译"));
-    for (int t : {1, 2, 3, 4, 5, 7, 8, 9})
+    for (int t : { 1, 2, 3, 4, 5, 7, 8, 9 })
         EXPECT_EQ(CRecentFile::ScripyTypeName(t), QStringLiteral("时间轴")) << t;
     EXPECT_EQ(CRecentFile::ScripyTypeName(100), QStringLiteral("动画"));
     EXPECT_EQ(CRecentFile::ScripyTypeName(10), QStringLiteral("未知类型"));

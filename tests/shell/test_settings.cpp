@@ -33,16 +33,16 @@ TEST_F(SettingsTest, EmptyStoreGivesTheDefaults)
     EXPECT_FALSE(OnTop);
     EXPECT_FALSE(AvoidOverlapTiming);
 
-    EXPECT_EQ(keys.HOTKEY_PlayPause(), 114);     // F3
-    EXPECT_EQ(keys.HOTKEY_PlayBack(), 115);      // F4
-    EXPECT_EQ(keys.HOTKEY_PlayForword(), 117);   // F6
+    EXPECT_EQ(keys.HOTKEY_PlayPause(), 114); // F3
+    EXPECT_EQ(keys.HOTKEY_PlayBack(), 115); // F4
+    EXPECT_EQ(keys.HOTKEY_PlayForword(), 117); // F6
     EXPECT_EQ(keys.HOTKEY_TimingStartTime(), 119); // F8
     EXPECT_EQ(keys.HOTKEY_TimingEndTime(), 120); // F9
     EXPECT_EQ(keys.HOTKEY_TimingTime(), 0);
     EXPECT_EQ(keys.HOTKEY_TimingForword(), 0);
     EXPECT_EQ(keys.HOTKEY_TimingBack(), 0);
-    EXPECT_EQ(keys.HOTKEY_Refresh(), 116);       // F5
-    EXPECT_EQ(keys.HOTKEY_SaveFile2(), 121);     // F10
+    EXPECT_EQ(keys.HOTKEY_Refresh(), 116); // F5
+    EXPECT_EQ(keys.HOTKEY_SaveFile2(), 121); // F10
     EXPECT_EQ(keys.HOTKEY_SaveFile, 83);
 }
 
@@ -85,8 +85,8 @@ TEST_F(SettingsTest, HostileValuesLeaveTheFieldsAsTheyWere)
                "[TimeOffset]\nTimingOffset=%00\nTimingOffsetEnd=0.5.5\n"
                "[Setting]\nAutoGetClipBoard=70000\nOnTop=on\nAvoidOverlapTiming=2\n");
     StartupSettings s;
-    s.Geometry = {1, 2, 3, 4};
-    s.AutoSave = {false, 77, 9};
+    s.Geometry = { 1, 2, 3, 4 };
+    s.AutoSave = { false, 77, 9 };
     s.Offsets.ReactOffset = -0.5;
     CHotKeys keys;
     OnTop = true;
@@ -108,7 +108,7 @@ TEST_F(SettingsTest, HostileValuesLeaveTheFieldsAsTheyWere)
     EXPECT_DOUBLE_EQ(s.Offsets.ReactOffsetStart, -0.5);
     EXPECT_DOUBLE_EQ(s.Offsets.ReactOffsetEnd, -0.3);
     EXPECT_FALSE(AutoGetClipBoard); // 70000 overflows a 16-bit integer
-    EXPECT_TRUE(OnTop);             // "on" is not a number
+    EXPECT_TRUE(OnTop); // "on" is not a number
     EXPECT_TRUE(AvoidOverlapTiming);
 }
 
@@ -125,7 +125,7 @@ TEST_F(SettingsTest, NumberValuesOfTheStoreReadAsTheirDecimalText)
 
 TEST_F(SettingsTest, WrittenValuesReadBack)
 {
-    SaveStartupGeometry({5, 6, 700, 500});
+    SaveStartupGeometry({ 5, 6, 700, 500 });
     SavePlayerSteps(2.5, 4);
     SaveReactOffsets(-0.25, -0.1, 0.1);
     StartupSettings s;
@@ -205,9 +205,9 @@ TEST_F(SettingDialogTest, TimeFieldsAreCheckedWhenLeft)
     EXPECT_FALSE(dialog.LeaveAutoDelTime());
     dialog.txtAutoDelTime = QStringLiteral("0.5");
     EXPECT_TRUE(dialog.LeaveAutoDelTime());
-    EXPECT_EQ(prompt.Messages(), (QStringList{QStringLiteral("自动保存间隔时间请设置10秒以上"),
-                                              QStringLiteral("自动保存间隔时间请设置10秒以上"),
-                                              QStringLiteral("请输入有效数值")}));
+    EXPECT_EQ(prompt.Messages(),
+        (QStringList { QStringLiteral("自动保存间隔时间请设置10秒以上"),
+            QStringLiteral("自动保存间隔时间请设置10秒以上"), QStringLiteral("请输入有效数值") }));
 }
 
 TEST_F(SettingDialogTest, OkAppliesAndSavesEverything)
@@ -240,7 +240,8 @@ TEST_F(SettingDialogTest, OkAppliesAndSavesEverything)
     EXPECT_DOUBLE_EQ(s.AutoSave.AutoDelTime, 2.5);
     EXPECT_EQ(fresh.HOTKEY_SaveFile2(), 65);
     EXPECT_EQ(GetSetting(QStringLiteral("HotKeys"), QStringLiteral("FileSave")), QStringLiteral("A"));
-    EXPECT_EQ(GetSetting(QStringLiteral("HotKeys"), QStringLiteral("TimingTime")), QStringLiteral("Undefined"));
+    EXPECT_EQ(
+        GetSetting(QStringLiteral("HotKeys"), QStringLiteral("TimingTime")), QStringLiteral("Undefined"));
     EXPECT_TRUE(AutoGetClipBoard);
     EXPECT_TRUE(AvoidOverlapTiming);
 }
@@ -254,7 +255,7 @@ TEST_F(SettingDialogTest, CancelChangesNothing)
     EXPECT_FALSE(OnTop);
     EXPECT_EQ(keys.HOTKEY_PlayBack(), 115);
     EXPECT_EQ(GetSetting(QStringLiteral("Setting"), QStringLiteral("OnTop"), QStringLiteral("none")),
-              QStringLiteral("none"));
+        QStringLiteral("none"));
 }
 
 TEST_F(SettingDialogTest, ClosingReportsClipboardAndOnTopChanges)
@@ -270,9 +271,10 @@ TEST_F(SettingDialogTest, ClosingReportsClipboardAndOnTopChanges)
     auto out = dialog.EndShow();
     EXPECT_TRUE(out.ClipboardChanged);
     EXPECT_TRUE(out.OnTopChanged);
-    EXPECT_EQ(chain, std::vector<bool>{true});
-    EXPECT_EQ(onTop, std::vector<bool>{true});
-    EXPECT_EQ(prompt.Messages(), QStringList{QStringLiteral("由于改变了监视剪贴板的设置，请重新启动Velmar")});
+    EXPECT_EQ(chain, std::vector<bool> { true });
+    EXPECT_EQ(onTop, std::vector<bool> { true });
+    EXPECT_EQ(
+        prompt.Messages(), QStringList { QStringLiteral("由于改变了监视剪贴板的设置，请重新启动Velmar") });
 
     // Off again: the chain is left, the same message shows.
     dialog.Init(keys, autoSave);
@@ -282,7 +284,7 @@ TEST_F(SettingDialogTest, ClosingReportsClipboardAndOnTopChanges)
     out = dialog.EndShow();
     EXPECT_TRUE(out.ClipboardChanged);
     EXPECT_FALSE(out.OnTopChanged);
-    EXPECT_EQ(chain, (std::vector<bool>{true, false}));
+    EXPECT_EQ(chain, (std::vector<bool> { true, false }));
     EXPECT_EQ(prompt.Messages().size(), 2);
 
     // Cancelled: nothing changed, nothing told.

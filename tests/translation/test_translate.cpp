@@ -51,7 +51,7 @@ protected:
 
 TEST_F(TranslateTest, ADraftWithoutTableRowsStaysWhole)
 {
-    doc.ChangeTable = {{QStringLiteral("old"), QStringLiteral("x")}, {}};
+    doc.ChangeTable = { { QStringLiteral("old"), QStringLiteral("x") }, {} };
     doc.setContent(QStringLiteral("\r\n  first line\r\n//not a row\r\nlast"));
     EXPECT_EQ(ViewText(), QStringLiteral("\r\n  first line\r\n//not a row\r\nlast"));
     ASSERT_EQ(doc.ChangeTable.size(), 1u);
@@ -84,7 +84,7 @@ TEST_F(TranslateTest, TableRowsFillTheTablesAndLeaveTheDraft)
 TEST_F(TranslateTest, TheTablesStayWhenTheOptionIsOff)
 {
     doc.TranslateOption = 0;
-    doc.ChangeTable = {{QStringLiteral("k"), QStringLiteral("v")}, {}};
+    doc.ChangeTable = { { QStringLiteral("k"), QStringLiteral("v") }, {} };
     doc.setContent(QStringLiteral("//a=b\r\ntext"));
     EXPECT_EQ(ViewText(), QStringLiteral("//a=b\r\ntext"));
     EXPECT_EQ(doc.ChangeTable[0].From, QStringLiteral("k"));
@@ -105,8 +105,9 @@ TEST_F(TranslateTest, RowLabels)
 TEST_F(TranslateTest, WritingPutsTheTableRowsInFront)
 {
     doc.setContent(QStringLiteral("line 1\r\nline 2"));
-    doc.ChangeTable = {{QStringLiteral("a"), QStringLiteral("b")}, {QStringLiteral(" "), QString()}, {}};
-    doc.ColorTable = {{0xFF, QStringLiteral("red")}, {0x123456, QStringLiteral(" ")}, {}};
+    doc.ChangeTable
+        = { { QStringLiteral("a"), QStringLiteral("b") }, { QStringLiteral(" "), QString() }, {} };
+    doc.ColorTable = { { 0xFF, QStringLiteral("red") }, { 0x123456, QStringLiteral(" ") }, {} };
     EXPECT_EQ(doc.Content(), QStringLiteral("//a=b\r\n//&H0000FF=red\r\nline 1\r\nline 2"));
 
     // Read back, the same tables come out.
@@ -140,7 +141,7 @@ TEST_F(TranslateTest, TheWalkTurnsFormatsIntoTags)
 TEST_F(TranslateTest, TagOrderAtOnePosition)
 {
     QTextCharFormat f = Colour(0, 0, 255);
-    f.setFontFamilies(QStringList{QStringLiteral("SimHei")});
+    f.setFontFamilies(QStringList { QStringLiteral("SimHei") });
     f.setFontPointSize(20);
     f.setFontStrikeOut(true);
     f.setFontUnderline(true);
@@ -150,14 +151,15 @@ TEST_F(TranslateTest, TagOrderAtOnePosition)
     doc.ChangeOption = 511 & ~256;
     EXPECT_EQ(doc.Content(), QStringLiteral("{\\c&HFF0000&}{\\fnSimHei}{\\fs20}{\\s1}{\\u1}{\\b1}{\\i1}x"));
     Add(QStringLiteral("y"));
-    EXPECT_EQ(doc.Content(), QStringLiteral("{\\c&HFF0000&}{\\fnSimHei}{\\fs20}{\\s1}{\\u1}{\\b1}{\\i1}x"
-                                            "{\\c&H0&}{\\fnSans}{\\fs12}{\\s0}{\\u0}{\\b0}{\\i0}y"));
+    EXPECT_EQ(doc.Content(),
+        QStringLiteral("{\\c&HFF0000&}{\\fnSimHei}{\\fs20}{\\s1}{\\u1}{\\b1}{\\i1}x"
+                       "{\\c&H0&}{\\fnSans}{\\fs12}{\\s0}{\\u0}{\\b0}{\\i0}y"));
 }
 
 TEST_F(TranslateTest, ColourRowsAreWalkedInTheirColour)
 {
     doc.setContent(QStringLiteral("text"));
-    doc.ColorTable = {{0xFF, QStringLiteral("r")}, {}};
+    doc.ColorTable = { { 0xFF, QStringLiteral("r") }, {} };
     doc.ChangeOption = 3;
     EXPECT_EQ(doc.Content(), QStringLiteral("{\\c&HFF&}//&H0000FF=r\r\n{\\c&H0&}text"));
 }
@@ -169,8 +171,9 @@ TEST_F(TranslateTest, LongDraftsWarnBeforeTheWalk)
     prompt.Answers.push_back(MsgBoxResult::Cancel);
     EXPECT_EQ(doc.Content(), QString());
     ASSERT_EQ(prompt.Records.size(), 1);
-    EXPECT_EQ(prompt.Records[0].Prompt, QStringLiteral("对超过2K的文字进行带SSA格式转换时间轴，预计此操作将非常费时\r\n"
-                                                       "建议停止这个操作或者缩短文字列"));
+    EXPECT_EQ(prompt.Records[0].Prompt,
+        QStringLiteral("对超过2K的文字进行带SSA格式转换时间轴，预计此操作将非常费时\r\n"
+                       "建议停止这个操作或者缩短文字列"));
     EXPECT_EQ(prompt.Records[0].Style & MsgBoxStyle::ButtonMask, MsgBoxStyle::RetryCancel);
     prompt.Answers.push_back(MsgBoxResult::Retry);
     EXPECT_EQ(doc.Content().size(), 2049 + 8);
@@ -190,8 +193,9 @@ TEST_F(TranslateTest, LongDraftsWarnBeforeTheWalk)
 TEST_F(TranslateTest, RichDraftsKeepTablesTextAndFormats)
 {
     doc.ScriptType = 6;
-    doc.setContent(QStringLiteral("{\\rtf1{\\colortbl ;\\red255\\green0\\blue0;}//a=b\\par //&H0000FF=red\\par "
-                                  "plain {\\cf1\\b red}\\par end}"));
+    doc.setContent(
+        QStringLiteral("{\\rtf1{\\colortbl ;\\red255\\green0\\blue0;}//a=b\\par //&H0000FF=red\\par "
+                       "plain {\\cf1\\b red}\\par end}"));
     EXPECT_EQ(ViewText(), QStringLiteral("plain red\r\nend"));
     EXPECT_EQ(doc.ChangeTable[0].From, QStringLiteral("a"));
     EXPECT_EQ(doc.ColorTable[0].Colour, 0xFF);
@@ -207,7 +211,8 @@ TEST_F(TranslateTest, RichDraftsKeepTablesTextAndFormats)
     back.ScriptType = 0;
     back.TranslateOption = 0;
     back.ChangeOption = 1 | 2 | 64;
-    EXPECT_EQ(back.Content(), QStringLiteral("{\\c&H0&}{\\b0}plain {\\c&HFF&}{\\b1}red\r\n{\\c&H0&}{\\b0}end"));
+    EXPECT_EQ(
+        back.Content(), QStringLiteral("{\\c&H0&}{\\b0}plain {\\c&HFF&}{\\b1}red\r\n{\\c&H0&}{\\b0}end"));
 }
 
 TEST_F(TranslateTest, ClipboardGoesThroughPlainText)
@@ -222,7 +227,8 @@ TEST_F(TranslateTest, ClipboardGoesThroughPlainText)
     doc.Cut(c);
     EXPECT_EQ(ViewText(), QStringLiteral("one ree"));
     EXPECT_EQ(c.position(), 4);
-    EXPECT_FALSE(doc.Translate()->begin().begin().fragment().charFormat().hasProperty(QTextFormat::ForegroundBrush));
+    EXPECT_FALSE(
+        doc.Translate()->begin().begin().fragment().charFormat().hasProperty(QTextFormat::ForegroundBrush));
 
     clipboard = QStringLiteral("A\r\nB");
     c.setPosition(4);
