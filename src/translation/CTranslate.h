@@ -2,21 +2,101 @@
 
 #include "core/isub.h"
 
-class CTranslates;
+#include <QString>
+#include <QTextDocument>
+#include <QtGlobal>
+#include <functional>
+#include <memory>
+#include <vector>
 
-// A translation draft.
+class CTranslates;
+class QObject;
+class QTextCursor;
+
+// A row of the change table: a text and what it is changed to.
+struct ChangeTableRow
+{
+    QString From;
+    QString To;
+};
+
+// A row of the colour loop: a colour (blue in the high byte) and its text.
+struct ColorTableRow
+{
+    qint64 Colour = 0;
+    QString Text;
+};
+
+// A translation draft. The document keeps no text of its own: it reads and writes the
+// rich-text view of its window (a QTextDocument), and works on a hidden twin so that
+// the view and its selection stay undisturbed. It owns the rules that split a draft's
+// file text into the change table, the colour loop and the lines, and that turn rich
+// text into text with override tags.
 class CTranslate : public isub
 {
 public:
-    void Init() {}
+    CTranslate();
+    ~CTranslate() override;
+    void Init() { }
 
     CTranslates *Parent() const { return m_parent; }
     void setParent(CTranslates *parent) { m_parent = parent; }
+    CTranslates *collection() const { return m_parent; }
+    QObject *Window() const { return m_window; }
+    void setWindow(QObject *window) { m_window = window; }
+    // The view the window shows; the document has its own until a window gives one.
+    QTextDocument *Translate() const { return m_view; }
+    void setTranslate(QTextDocument *view) { m_view = view ? view : m_ownView.get(); }
+    // The hidden twin all conversions work on.
+    QTextDocument &Shadow() { return m_shadow; }
 
-    QString Content() override { return {}; }
-    void setContent(const QString &) override {}
-    void Clear() override {}
+    double ReactOffset = -0.3;
+    bool Dirty = false;
+    qint32 ChangeOption = 1;
+    qint32 TranslateOption = 128;
+    qint32 FileCode = -2;
+    qint32 ScriptType = 0;
+
+    // The window's caption: "翻译(n)".
+    QString Caption() const;
+
+    bool Changed() const override { return Dirty; }
+    void setChanged(bool changed) override { Dirty = changed; }
+
+    // Reading writes the draft out (with the tables in front, as rich text, plain text or
+    // text with override tags by the options); assigning reads a draft in.
+    QString Content() override;
+    void setContent(const QString &text) override;
+    // Empties the view's text.
+    void Clear() override;
+
+    // The quick tables. After reading a draft each ends in one empty row.
+    std::vector<ChangeTableRow> ChangeTable { ChangeTableRow() };
+    std::vector<ColorTableRow> ColorTable { ColorTableRow() };
+    // Row labels, one character, rows counted from 0.
+    static QString ChangeTableLabel(int row);
+    static QString ColorTableLabel(int row);
+
+    // The character walk: the shadow from a position on, as text with override tags by
+    // ChangeOption.
+    QString RichTextToTags(qsizetype start = 0) const;
+
+    // The plain-text clipboard operations on a selection of the view.
+    void Cut(QTextCursor &selection);
+    void Copy(const QTextCursor &selection) const;
+    void Paste(QTextCursor &selection);
+    // The clipboard; the system clipboard unless a test or tool sets others.
+    std::function<QString()> ClipboardText;
+    std::function<void(const QString &)> setClipboardText;
 
 private:
+    void CopyDocument(const QTextDocument &from, QTextDocument &to) const;
+    qsizetype WriteTables();
+    void ReadTables();
+
     CTranslates *m_parent = nullptr;
+    QObject *m_window = nullptr;
+    std::unique_ptr<QTextDocument> m_ownView;
+    QTextDocument *m_view = nullptr;
+    QTextDocument m_shadow;
 };

@@ -1,0 +1,133 @@
+#include "shell/CRecentFile.h"
+
+#include "core/VelmarError.h"
+#include "core/basConvert.h"
+#include "core/basSetting.h"
+
+using namespace basConvert;
+
+CRecentFile *RecentFile = nullptr;
+
+namespace {
+const QString kSection = QStringLiteral("Recent");
+
+qint32 lengthSetting()
+{
+    try {
+        return std::max<qint32>(
+            0, CLng(GetSetting(QStringLiteral("RecentFiles"), QStringLiteral("Count"), QStringLiteral("5"))));
+    } catch (const VelmarError &) {
+        return 5;
+    }
+}
+} // namespace
+
+void CRecentFile::Init()
+{
+    Init(lengthSetting());
+}
+
+void CRecentFile::Init(qint32 length)
+{
+    length = std::max<qint32>(0, length);
+    m_names.assign(size_t(length), QString());
+    m_types.assign(size_t(length), 0);
+    for (qint32 slot = 1; slot <= length; ++slot) {
+        const QString n = QString::number(slot);
+        m_names[size_t(slot - 1)] = GetSetting(kSection, QStringLiteral("FileName") + n, QString());
+        try {
+            m_types[size_t(slot - 1)]
+                = CLng(GetSetting(kSection, QStringLiteral("FileType") + n, QStringLiteral("0")));
+        } catch (const VelmarError &) {
+            m_types[size_t(slot - 1)] = 0;
+        }
+    }
+    UpdateRecentFileMenu();
+}
+
+QString CRecentFile::FileName(int slot) const
+{
+    return slot >= 1 && slot <= Length() ? m_names[size_t(slot - 1)] : QString();
+}
+
+qint32 CRecentFile::FileType(int slot) const
+{
+    return slot >= 1 && slot <= Length() ? m_types[size_t(slot - 1)] : 0;
+}
+
+void CRecentFile::InsertRecentFileList(const QString &name, qint32 type)
+{
+    const qint32 length = Length();
+    if (length == 0)
+        return;
+    qint32 start = length;
+    const QString upper = UCase(name);
+    for (qint32 slot = 1; slot <= length; ++slot)
+        if (UCase(m_names[size_t(slot - 1)]) == upper) {
+            m_names[size_t(slot - 1)].clear();
+            start = slot;
+            break;
+        }
+    for (qint32 slot = start; slot >= 2; --slot) {
+        m_names[size_t(slot - 1)] = m_names[size_t(slot - 2)];
+        m_types[size_t(slot - 1)] = m_types[size_t(slot - 2)];
+    }
+    m_names[0] = name;
+    m_types[0] = type;
+    UpdateRecentFileMenu();
+}
+
+void CRecentFile::UpdateRecentFileMenu()
+{
+    m_menu.clear();
+    m_menu.reserve(m_names.size());
+    for (qint32 slot = 1; slot <= Length(); ++slot) {
+        RecentFileMenuEntry e;
+        e.Slot = slot;
+        e.FileName = m_names[size_t(slot - 1)];
+        e.Type = m_types[size_t(slot - 1)];
+        e.Visible = !e.FileName.isEmpty();
+        if (e.Visible)
+            e.Caption = QString::number(slot) + QStringLiteral(": ") + ScripyTypeName(e.Type)
+                + QStringLiteral(": ") + e.FileName;
+        m_menu.push_back(e);
+    }
+    if (MenuChanged)
+        MenuChanged(m_menu);
+    for (qint32 slot = 1; slot <= Length(); ++slot) {
+        const QString n = QString::number(slot);
+        SaveSetting(kSection, QStringLiteral("FileName") + n, m_names[size_t(slot - 1)]);
+        SaveSetting(kSection, QStringLiteral("FileType") + n, QString::number(m_types[size_t(slot - 1)]));
+    }
+}
+
+QString CRecentFile::ScripyTypeName(qint32 type)
+{
+    switch (type) {
+    case 0:
+    case 6:
+        return QStringLiteral("翻译");
+    case 1:
+    case 2:
+    case 3:
+    case 4:
+    case 5:
+    case 7:
+    case 8:
+    case 9:
+        return QStringLiteral("时间轴");
+    case 100:
+        return QStringLiteral("动画");
+    default:
+        return QStringLiteral("未知类型");
+    }
+}
+
+qint32 CRecentFile::ScripyType(const QString &name)
+{
+    if (name == QStringLiteral("时间轴"))
+        return 1;
+    if (name == QStringLiteral("动画"))
+        return 100;
+    return 0;
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "shell/CHotKeys.h"
+#include "shell/basSettings.h"
+
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <functional>
+
+// The rules of the settings dialog, without a window. The form binds its controls to
+// the public fields, forwards focus and key events, and closes when OK or Cancel says
+// so. Entry i of cmbHotKey edits CHotKeys key i.
+class CSettingDialogModel
+{
+public:
+    // Loads every field from the present objects and module flags.
+    void Init(const CHotKeys &hotKeys, const AutoSaveSettings &autoSave);
+
+    bool chkAutoSave = false;
+    QString txtAutoSaveTime;
+    QString txtAutoDelTime;
+    bool chkClipBoard = false;
+    bool chkOnTop = false;
+    bool chkAvoidOverlapTiming = false;
+    std::array<QString, CHotKeys::Count> cmbHotKey;
+
+    // The names every hot-key entry offers, "Undefined" first.
+    static QStringList HotKeyNames();
+    // The time fields and their labels follow the auto-save box.
+    bool AutoSaveFieldsEnabled() const { return chkAutoSave; }
+    // A key pressed while a hot-key entry has the focus selects its name there when the
+    // key has one; true when the entry changed.
+    bool HotKeyEntryKeyDown(int index, int keyCode);
+
+    // Leaving the time fields: false keeps the focus there, after the message.
+    bool LeaveAutoDelTime();
+    bool LeaveAutoSaveTime();
+
+    // OK: false (after the message) when two entries 1..9 hold the same key other than
+    // "Undefined"; otherwise applies and saves everything and the dialog closes.
+    bool OK(CHotKeys &hotKeys, AutoSaveSettings &autoSave);
+    // Cancel: the dialog closes and nothing changes.
+    void Cancel() { Closed = true; }
+    bool Closed = false;
+
+    // The showing of the dialog: BeginShow before it opens, EndShow after it closed.
+    // EndShow tells the frame about a changed clipboard or on-top state through the
+    // callbacks, and reports what changed.
+    struct Outcome
+    {
+        bool ClipboardChanged = false;
+        bool OnTopChanged = false;
+    };
+    void BeginShow();
+    Outcome EndShow();
+    // Enter (true) or leave (false) the clipboard watch.
+    std::function<void(bool)> ClipboardViewerSwitch;
+    // Keep the main frame on top (true) or not.
+    std::function<void(bool)> SetWindowOnTop;
+
+private:
+    bool m_oldClipBoard = false;
+    bool m_oldOnTop = false;
+};

@@ -1,0 +1,384 @@
+#include "translation/CTranslate.h"
+
+#include "core/IPrompt.h"
+#include "core/VelmarError.h"
+#include "core/basConvert.h"
+#include "core/basMessage.h"
+#include "translation/basRtf.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocumentFragment>
+
+using namespace basConvert;
+
+namespace {
+
+// The document's own line breaks are paragraph ends; the system's are "\r\n".
+QString toDocumentText(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return text;
+}
+
+QString fromDocumentText(QString text)
+{
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    text.replace(QChar::LineSeparator, u'\n');
+    text.replace(u'\n', QStringLiteral("\r\n"));
+    return text;
+}
+
+// A colour of the view as the system numbers it: blue in the high byte; black when the
+// text has none of its own.
+qint64 colourOf(const QTextCharFormat &f)
+{
+    if (!f.hasProperty(QTextFormat::ForegroundBrush))
+        return 0;
+    const QColor c = f.foreground().color();
+    return qint64(c.red()) | (qint64(c.green()) << 8) | (qint64(c.blue()) << 16);
+}
+
+QColor toQColor(qint64 colour)
+{
+    return QColor(int(colour & 0xFF), int((colour >> 8) & 0xFF), int((colour >> 16) & 0xFF));
+}
+
+std::optional<qint64> numberOf(const QString &text)
+{
+    try {
+        return qint64(CLng(text));
+    } catch (const VelmarError &) {
+        return std::nullopt;
+    }
+}
+
+// The effective attributes of one character, as the walk compares them.
+struct Attributes
+{
+    qint64 Colour = 0;
+    QString Name;
+    double Size = 0;
+    bool Strike = false;
+    bool Underline = false;
+    bool Bold = false;
+    bool Italic = false;
+};
+
+Attributes attributesOf(const QTextCharFormat &f, const QFont &defaultFont)
+{
+    Attributes a;
+    a.Colour = colourOf(f);
+    const QStringList families = f.fontFamilies().toStringList();
+    a.Name = !families.isEmpty() && !families.first().isEmpty() ? families.first() : defaultFont.family();
+    a.Size = f.hasProperty(QTextFormat::FontPointSize) ? f.fontPointSize() : defaultFont.pointSizeF();
+    a.Strike = f.fontStrikeOut();
+    a.Underline = f.fontUnderline();
+    a.Bold = f.fontWeight() > QFont::Normal;
+    a.Italic = f.fontItalic();
+    return a;
+}
+
+} // namespace
+
+CTranslate::CTranslate()
+    : m_ownView(std::make_unique<QTextDocument>())
+    , m_view(m_ownView.get())
+{
+    ClipboardText = [] {
+        auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+        return app ? QGuiApplication::clipboard()->text() : QString();
+    };
+    setClipboardText = [](const QString &text) {
+        if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+            QGuiApplication::clipboard()->setText(text);
+    };
+}
+
+CTranslate::~CTranslate() = default;
+
+QString CTranslate::Caption() const
+{
+    return Msg(QStringLiteral("TRANSLATE_TITLE_000")) + u'(' + QString::number(SerialNo()) + u')';
+}
+
+QString CTranslate::ChangeTableLabel(int row)
+{
+    if (row >= 0 && row < 9)
+        return QString::number(row + 1);
+    if (row >= 9 && row < 9 + 26)
+        return QString(QChar(u'A' + (row - 9)));
+    return QStringLiteral(" ");
+}
+
+QString CTranslate::ColorTableLabel(int row)
+{
+    return row >= 0 && row < 9 ? QString::number(row + 1) : QStringLiteral(" ");
+}
+
+void CTranslate::CopyDocument(const QTextDocument &from, QTextDocument &to) const
+{
+    if (ScriptType == 6) {
+        to.clear();
+        QTextCursor cursor(&to);
+        cursor.insertFragment(QTextDocumentFragment(&from));
+    } else {
+        to.setPlainText(from.toPlainText());
+    }
+}
+
+void CTranslate::Clear()
+{
+    m_view->clear();
+}
+
+// ------------------------------------------------------------------ reading a draft
+
+void CTranslate::setContent(const QString &text)
+{
+    if (ScriptType == 6)
+        RtfToDocument(text, m_shadow);
+    else
+        m_shadow.setPlainText(toDocumentText(text));
+    // A fault in the tables leaves the text as far as it got.
+    try {
+        if (TranslateOption & 128)
+            ReadTables();
+    } catch (const std::exception &) { }
+    CopyDocument(m_shadow, *m_view);
+}
+
+void CTranslate::ReadTables()
+{
+    ChangeTable.assign(1, ChangeTableRow());
+    ColorTable.assign(1, ColorTableRow());
+    bool colourMode = false;
+    // The table rows leave the shadow, the text behind them keeps its formats. Other
+    // lines, blank ones among the rows included, stay as they are.
+    std::vector<QTextBlock> rows;
+    for (QTextBlock block = m_shadow.begin(); block.isValid(); block = block.next()) {
+        const QString line = LTrim(block.text());
+        if (Trim(line).isEmpty())
+            continue;
+        if (!line.startsWith(QStringLiteral("//")))
+            break;
+        rows.push_back(block);
+        const QString rest = LTrim(QStringView(line).mid(2));
+        if (rest.startsWith(QStringLiteral("&H")))
+            colourMode = true;
+        const qsizetype e = rest.indexOf(u'=');
+        if (colourMode) {
+            ColorTableRow &row = ColorTable.back();
+            if (e < 0) {
+                if (const auto c = numberOf(rest))
+                    row.Colour = *c;
+            } else {
+                if (const auto c = numberOf(rest.left(e)))
+                    row.Colour = *c;
+                row.Text = rest.mid(e + 1);
+            }
+            ColorTable.push_back(ColorTableRow());
+        } else {
+            ChangeTableRow &row = ChangeTable.back();
+            if (e < 0) {
+                row.From = rest;
+            } else {
+                row.From = rest.left(e);
+                row.To = rest.mid(e + 1);
+            }
+            ChangeTable.push_back(ChangeTableRow());
+        }
+    }
+    for (auto it = rows.rbegin(); it != rows.rend(); ++it) {
+        QTextCursor cursor(m_shadow.findBlockByNumber(it->blockNumber()));
+        cursor.movePosition(QTextCursor::StartOfBlock);
+        if (cursor.block().next().isValid())
+            cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
+        else
+            cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+}
+
+// ------------------------------------------------------------------ writing a draft
+
+qsizetype CTranslate::WriteTables()
+{
+    QTextCursor cursor(&m_shadow);
+    cursor.movePosition(QTextCursor::Start);
+    QString last;
+    auto write = [&](const QString &row, qint64 colour) {
+        QTextCharFormat f;
+        f.setForeground(toQColor(colour));
+        cursor.insertText(row, f);
+        cursor.insertBlock(cursor.blockFormat(), f);
+    };
+    for (const ChangeTableRow &row : ChangeTable) {
+        last.clear();
+        if (Trim(row.From).isEmpty() && Trim(row.To).isEmpty())
+            continue;
+        last = QStringLiteral("//") + row.From + u'=' + row.To;
+        write(last, 0);
+    }
+    for (const ColorTableRow &row : ColorTable) {
+        last.clear();
+        if (Trim(row.Text).isEmpty())
+            continue;
+        QString hex = Hex(row.Colour);
+        if (hex.size() < 6)
+            hex.prepend(QString(6 - hex.size(), u'0'));
+        last = QStringLiteral("//&H") + hex + u'=' + row.Text;
+        write(last, row.Colour);
+    }
+    // The walk starts behind the row last written: none, as the tables end in an empty
+    // row.
+    return last.isEmpty() ? 0 : last.size() + 2;
+}
+
+QString CTranslate::Content()
+{
+    try {
+        // Always with its formats: the user's colours and fonts in a plain draft are what
+        // the character walk turns into tags.
+        m_shadow.clear();
+        m_shadow.setDefaultFont(m_view->defaultFont());
+        QTextCursor(&m_shadow).insertFragment(QTextDocumentFragment(m_view));
+        qsizetype start = 0;
+        if (TranslateOption & 128)
+            start = WriteTables();
+        const bool plainOptions = ChangeOption == 0 || ChangeOption == 1;
+        if (!plainOptions && ScriptType == 0 && fromDocumentText(m_shadow.toPlainText()).size() >= 2049) {
+            const int answer
+                = MsgBox(QStringLiteral("对超过2K的文字进行带SSA格式转换时间轴，预计此操作将非常费时")
+                        + QStringLiteral("\r\n") + QStringLiteral("建议停止这个操作或者缩短文字列"),
+                    MsgBoxStyle::RetryCancel);
+            if (answer == MsgBoxResult::Cancel)
+                return {};
+        }
+        if (ScriptType != 0)
+            return DocumentToRtf(m_shadow);
+        if (plainOptions)
+            return DocumentPlainText(m_shadow);
+        return RichTextToTags(start);
+    } catch (const std::exception &e) {
+        const auto *v = dynamic_cast<const VelmarError *>(&e);
+        MsgBox(
+            (v ? v->Description() : QString::fromLocal8Bit(e.what())) + QStringLiteral("\r\n") + Caption());
+        return {};
+    }
+}
+
+QString CTranslate::RichTextToTags(qsizetype start) const
+{
+    const qint32 option = ChangeOption;
+    const QFont defaultFont = m_shadow.defaultFont();
+    QString out;
+    out.reserve(m_shadow.characterCount() * 2);
+    Attributes last;
+    bool first = true;
+    qsizetype position = 0;
+
+    auto colourText = [option](qint64 colour) {
+        if (option & 256) {
+            if (colour == 0)
+                return QStringLiteral("FFFFFF");
+            if (colour == 16777215)
+                return QStringLiteral("000000");
+        }
+        return Hex(colour);
+    };
+    auto onOff = [](bool on) { return on ? u'1' : u'0'; };
+
+    auto character = [&](const QString &text, const Attributes &a) {
+        if ((option & 2) && (first || a.Colour != last.Colour))
+            out += QStringLiteral("{\\c&H") + colourText(a.Colour) + QStringLiteral("&}");
+        if ((option & 4) && (first || a.Name != last.Name))
+            out += QStringLiteral("{\\fn") + a.Name + u'}';
+        if ((option & 8) && (first || a.Size != last.Size))
+            out += QStringLiteral("{\\fs") + CStr(a.Size) + u'}';
+        if ((option & 16) && (first || a.Strike != last.Strike))
+            out += QStringLiteral("{\\s") + onOff(a.Strike) + u'}';
+        if ((option & 32) && (first || a.Underline != last.Underline))
+            out += QStringLiteral("{\\u") + onOff(a.Underline) + u'}';
+        if ((option & 64) && (first || a.Bold != last.Bold))
+            out += QStringLiteral("{\\b") + onOff(a.Bold) + u'}';
+        if ((option & 128) && (first || a.Italic != last.Italic))
+            out += QStringLiteral("{\\i") + onOff(a.Italic) + u'}';
+        last = a;
+        first = false;
+        if (option & 1)
+            out += text;
+    };
+    auto lineEnd = [&] {
+        if (position >= start)
+            out += QStringLiteral("\r\n");
+        position += 2;
+        first = true;
+    };
+
+    for (QTextBlock block = m_shadow.begin(); block.isValid(); block = block.next()) {
+        if (block != m_shadow.begin())
+            lineEnd();
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const Attributes a = attributesOf(fragment.charFormat(), defaultFont);
+            const QString text = fragment.text();
+            for (qsizetype i = 0; i < text.size(); ++i) {
+                const QChar c = text[i];
+                if (c == QChar::LineSeparator) {
+                    lineEnd();
+                    continue;
+                }
+                const bool pair = c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+                const QString one = text.mid(i, pair ? 2 : 1);
+                if (pair)
+                    ++i;
+                if (position++ < start)
+                    continue;
+                character(one, a);
+            }
+        }
+    }
+    return out;
+}
+
+// ------------------------------------------------------------------ clipboard
+
+void CTranslate::Copy(const QTextCursor &selection) const
+{
+    if (setClipboardText)
+        setClipboardText(fromDocumentText(selection.selectedText()));
+}
+
+void CTranslate::Cut(QTextCursor &selection)
+{
+    QTextDocument *doc = selection.document();
+    if (!doc)
+        return;
+    const int start = selection.selectionStart();
+    const int end = selection.selectionEnd();
+    if (setClipboardText)
+        setClipboardText(fromDocumentText(selection.selectedText()));
+    const QString text = doc->toPlainText();
+    doc->setPlainText(text.left(start) + text.mid(end));
+    selection = QTextCursor(doc);
+    selection.setPosition(start);
+}
+
+void CTranslate::Paste(QTextCursor &selection)
+{
+    QTextDocument *doc = selection.document();
+    if (!doc)
+        return;
+    const int start = selection.selectionStart();
+    const int end = selection.selectionEnd();
+    QString pasted = ClipboardText ? ClipboardText() : QString();
+    pasted.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    pasted.replace(u'\r', u'\n');
+    const QString text = doc->toPlainText();
+    doc->setPlainText(text.left(start) + pasted + text.mid(end));
+    selection = QTextCursor(doc);
+    selection.setPosition(start + int(pasted.size()));
+}
