@@ -1,6 +1,8 @@
 #include "pages/CPictureBox.h"
 #include "pages/basBitmap.h"
 
+#include "QtPrinters.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtEndian>
