@@ -53,3 +53,57 @@ static void BM_SaveBmp(benchmark::State &state)
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_SaveBmp)->Unit(benchmark::kMillisecond);
+
+#include "pages/basPageCut.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+// A script of timed lines as a film gives them: one after another with small gaps, some
+// overlapping their neighbours, a few long notices over many lines.
+QList<std::pair<double, double>> makeScript(int count)
+{
+    QRandomGenerator random(7);
+    QList<std::pair<double, double>> lines;
+    lines.reserve(count);
+    double t = 1;
+    for (int i = 0; i < count; ++i) {
+        const double length = 1 + random.bounded(500) / 100.0;
+        if (i % 200 == 0)
+            lines.append({t, t + 60});
+        else
+            lines.append({t, t + length});
+        t += 0.5 + random.bounded(300) / 100.0;
+    }
+    return lines;
+}
+
+void cutPages(benchmark::State &state, int count)
+{
+    const auto script = makeScript(count);
+    qsizetype pages = 0;
+    for (auto _ : state) {
+        const QList<CPageCut> cut = basPageCut::CutPages(script);
+        pages = cut.size();
+        benchmark::DoNotOptimize(cut.data());
+    }
+    state.counters["pages"] = double(pages);
+    state.SetItemsProcessed(state.iterations() * count);
+}
+
+} // namespace
+
+// The page cutting of a whole script (the lines' times in script order to the pages
+// with their lines).
+static void BM_CreatePages3k(benchmark::State &state)
+{
+    cutPages(state, 3000);
+}
+BENCHMARK(BM_CreatePages3k)->Unit(benchmark::kMillisecond);
+
+static void BM_CreatePages30k(benchmark::State &state)
+{
+    cutPages(state, 30000);
+}
+BENCHMARK(BM_CreatePages30k)->Unit(benchmark::kMillisecond);
