@@ -21,7 +21,7 @@ void ensureGuiApplication()
         qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
     static char name[] = "velmar_bench";
-    static char *argv[] = {name, nullptr};
+    static char *argv[] = { name, nullptr };
     app = std::make_unique<QGuiApplication>(argc, argv);
 }
 
@@ -38,7 +38,7 @@ static void BM_SaveBmp(benchmark::State &state)
     box.setFontName(QStringLiteral("Arial"));
     box.setFontSize(24);
     box.setForeColor(0xFFFFFF);
-    const QString lines[] = {QStringLiteral("这是第一行字幕 The first line"), QStringLiteral("第二行对白")};
+    const QString lines[] = { QStringLiteral("这是第一行字幕 The first line"), QStringLiteral("第二行对白") };
     for (auto _ : state) {
         box.Cls();
         double y = box.ScaleHeight() - 800;
@@ -71,9 +71,9 @@ QList<std::pair<double, double>> makeScript(int count)
     for (int i = 0; i < count; ++i) {
         const double length = 1 + random.bounded(500) / 100.0;
         if (i % 200 == 0)
-            lines.append({t, t + 60});
+            lines.append({ t, t + 60 });
         else
-            lines.append({t, t + length});
+            lines.append({ t, t + length });
         t += 0.5 + random.bounded(300) / 100.0;
     }
     return lines;

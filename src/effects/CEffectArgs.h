@@ -16,7 +16,7 @@ struct CEffectArgs
 
     QString rtfArg;
     std::array<QString, TextBoxCount> txtArg;
-    std::array<qint64, 2> picArg {0xFFFFFF, 0x0000FF};
+    std::array<qint64, 2> picArg { 0xFFFFFF, 0x0000FF };
     int optArg = 0; // the selected option, -1 for none
     bool chkArg = false;
     int optDrawMN = 0; // 0 "m", 1 "n"

@@ -10,20 +10,20 @@
 // widget to each control and mirrors these fields.
 struct CEffectControl
 {
-    QString Name;     // the control array, "txtArg", or the single control, "fraEffect"
-    int Index = -1;   // the place in its array; -1 for a control that is in none
+    QString Name; // the control array, "txtArg", or the single control, "fraEffect"
+    int Index = -1; // the place in its array; -1 for a control that is in none
     QString TypeName; // "TextBox", "RichTextBox", "Label", "PictureBox", "OptionButton",
                       // "CheckBox", "Frame", "CommandButton", "vaSpread" or "Slider"
 
     bool Visible = false;
     bool Enabled = true;
     int Order = -1; // place in the declaration of the current page
-    QString Unit;   // the unit written after a number box
+    QString Unit; // the unit written after a number box
 
-    QString Caption;      // labels, frames, buttons, options, check boxes
-    QString Text;         // text boxes and the text of a rich-text box
+    QString Caption; // labels, frames, buttons, options, check boxes
+    QString Text; // text boxes and the text of a rich-text box
     qint64 BackColor = 0; // colour boxes
-    bool Value = false;   // options and check boxes
+    bool Value = false; // options and check boxes
     CEffectSlider Slider;
     CEffectSpread Spread;
 

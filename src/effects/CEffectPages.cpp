@@ -1,11 +1,13 @@
 #include "effects/CEffectPages.h"
 
+#include "core/basConvert.h"
 #include "effects/basEffectExplain.h"
 #include "effects/basEffectTag.h"
 
 #include <QVariantList>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -15,7 +17,7 @@ const QString Millis = QStringLiteral("ms");
 
 QVariant sliderValue(const CEffectSlider &s)
 {
-    return QVariantList {s.Max, s.Value, s.SelStart, s.SelLength};
+    return QVariantList { s.Max, s.Value, s.SelStart, s.SelLength };
 }
 
 void setSlider(CEffectSlider &s, const QVariant &value)
@@ -32,7 +34,7 @@ void setSlider(CEffectSlider &s, const QVariant &value)
 // MaxRows, then the two cells of each row.
 QVariant spreadValue(const CEffectSpread &s)
 {
-    QVariantList v {s.MaxRows()};
+    QVariantList v { s.MaxRows() };
     for (int row = 1; row <= s.MaxRows(); ++row)
         v << s.Text(row, 1) << s.Text(row, 2);
     return v;
@@ -91,7 +93,7 @@ void CEffectPages::addControls(const QString &name, const QString &typeName, int
 CEffectControl *CEffectPages::Control(const QString &name, int index)
 {
     auto it = std::find_if(m_controls.begin(), m_controls.end(),
-                           [&](const CEffectControl &c) { return c.Name == name && c.Index == index; });
+        [&](const CEffectControl &c) { return c.Name == name && c.Index == index; });
     return it == m_controls.end() ? nullptr : &*it;
 }
 
@@ -114,7 +116,7 @@ QList<const CEffectControl *> CEffectPages::VisibleControls() const
         if (c.Visible && c.Name != u"fraEffect")
             visible << &c;
     std::stable_sort(visible.begin(), visible.end(),
-                     [](const CEffectControl *a, const CEffectControl *b) { return a->Order < b->Order; });
+        [](const CEffectControl *a, const CEffectControl *b) { return a->Order < b->Order; });
     return visible;
 }
 
@@ -206,7 +208,7 @@ void CEffectPages::declareDrawing()
     place(QStringLiteral("spdArg"), 0, QString());
     CEffectControl *grid = Control(QStringLiteral("spdArg"), 0);
     grid->Spread.FontName = QStringLiteral("Arial");
-    grid->Spread.ColumnHeaders = {QStringLiteral("X坐标"), QStringLiteral("Y坐标")};
+    grid->Spread.ColumnHeaders = { QStringLiteral("X坐标"), QStringLiteral("Y坐标") };
     // The generator reads the start letter and the baseline as well, so they stand here.
     place(QStringLiteral("optDrawMN"), 0, QStringLiteral("m"));
     place(QStringLiteral("optDrawMN"), 1, QStringLiteral("n"));
@@ -214,7 +216,7 @@ void CEffectPages::declareDrawing()
     place(QStringLiteral("txtDrawYbaseline"), -1, QString());
     place(QStringLiteral("cmdCreate"), -1, QStringLiteral("生成"));
     if (m_showDefaults) {
-        slider->Slider = CEffectSlider {10, 1, 0, 0};
+        slider->Slider = CEffectSlider { 10, 1, 0, 0 };
         grid->Spread.Cells.clear();
         grid->Spread.setMaxRows(10);
         SetOption(QStringLiteral("optDrawMN"), 0);
@@ -243,7 +245,7 @@ void CEffectPages::declareTimeDifference()
     place(QStringLiteral("spdArg"), 0, QString());
     CEffectControl *grid = Control(QStringLiteral("spdArg"), 0);
     grid->Spread.FontName = QStringLiteral("Arial");
-    grid->Spread.ColumnHeaders = {QStringLiteral("开始时间"), QStringLiteral("结束时间")};
+    grid->Spread.ColumnHeaders = { QStringLiteral("开始时间"), QStringLiteral("结束时间") };
     place(QStringLiteral("cmdCreate"), -1, QStringLiteral("生成"));
     if (m_showDefaults) {
         SetOption(QStringLiteral("optArg"), 0);
@@ -305,7 +307,7 @@ void CEffectPages::declareMove()
     place(QStringLiteral("lblSldArg"), 0, QStringLiteral("淡入淡出范围选择"));
     place(QStringLiteral("sldArg"), 0, QString());
     if (m_showDefaults)
-        Control(QStringLiteral("sldArg"), 0)->Slider = CEffectSlider {100, 0, 0, 0};
+        Control(QStringLiteral("sldArg"), 0)->Slider = CEffectSlider { 100, 0, 0, 0 };
     place(QStringLiteral("cmdCreate"), -1, QStringLiteral("生成"));
 }
 
@@ -436,4 +438,44 @@ CEffectArgs CEffectPages::Args() const
     args.sldArg = Control(QStringLiteral("sldArg"), 0)->Slider;
     args.spdArg = Control(QStringLiteral("spdArg"), 0)->Spread;
     return args;
+}
+
+void CEffectPages::PosSelected(const QString &focusKey, int x, int y)
+{
+    int pair = -1; // the box that takes x; the next one takes y
+    if (m_page == 6 || m_page == 7) {
+        if (focusKey == u"txtArg(0)" || focusKey == u"txtArg(1)")
+            pair = 0;
+        else if (m_page == 6 && (focusKey == u"txtArg(2)" || focusKey == u"txtArg(3)"))
+            pair = 2;
+    }
+    if (pair < 0)
+        return;
+    Control(QStringLiteral("txtArg"), pair)->Text = QString::number(x);
+    Control(QStringLiteral("txtArg"), pair + 1)->Text = QString::number(y);
+}
+
+void CEffectPages::StartPosSelected(const QString &focusKey, int x, int y)
+{
+    m_dragX = x;
+    m_dragY = y;
+    m_dragging = true;
+    PosSelected(focusKey, x, y);
+}
+
+void CEffectPages::ChangePosSelected(const QString &focusKey, int x, int y)
+{
+    if (!m_dragging)
+        return;
+    const int first = m_page == 6 ? 4 : m_page == 7 ? 2 : -1;
+    if (first < 0)
+        return;
+    for (int box = first; box <= first + 1; ++box) {
+        if (focusKey != QStringLiteral("txtArg(%1)").arg(box))
+            continue;
+        const double dx = double(x) - m_dragX;
+        const double dy = double(y) - m_dragY;
+        Control(QStringLiteral("txtArg"), box)->Text
+            = basConvert::CStr(qint64(basConvert::CLng(std::sqrt(dx * dx + dy * dy))));
+    }
 }

@@ -60,6 +60,14 @@ public:
     // Sets an option and clears the other options of its array.
     void SetOption(const QString &name, int index);
 
+    // Points picked in the player window, while the named box has the focus. A click
+    // fills the coordinate pair of the focused box on the move and position pages; a
+    // drag measures the distance from its start point into the focused spacing box.
+    void PosSelected(const QString &focusKey, int x, int y);
+    void StartPosSelected(const QString &focusKey, int x, int y);
+    void ChangePosSelected(const QString &focusKey, int x, int y);
+    void EndPosSelected() { m_dragging = false; }
+
     // The generator parameters from the current values.
     CEffectArgs Args() const;
 
@@ -88,4 +96,7 @@ private:
     bool m_showDefaults = false;
     bool m_accelEnabled = false;
     bool m_tabStripVisible = false;
+    bool m_dragging = false;
+    int m_dragX = 0;
+    int m_dragY = 0;
 };

@@ -15,6 +15,7 @@ struct Entry
 };
 
 // The argument lines stand indented under their title.
+// clang-format off
 const Entry &entry(int index)
 {
     static const Entry entries[EntryCount] = {
@@ -140,6 +141,7 @@ const Entry &entry(int index)
     };
     return entries[index];
 }
+// clang-format on
 
 QString explanation(std::initializer_list<const char16_t *> lines)
 {
@@ -195,7 +197,8 @@ QString movePage()
         u"    5. 开始时间偏移: 0, 结束时间偏移: 0",
         u"    6. 淡入淡出范围选择: 从20拖动到80",
         u"    7. 全长度: 10秒, 按生成按钮",
-        u"    8. 在时间轴差分页面, 生成行数22, 第1行0:00:05.00到0:00:15.00, 第2行0:00:06.00到0:00:16.00, 按生成按钮",
+        u"    8. 在时间轴差分页面, 生成行数22, 第1行0:00:05.00到0:00:15.00, 第2行0:00:06.00到0:00:16.00, "
+        u"按生成按钮",
         u"    9. 把生成的时间轴和移动效果分别拷贝到时间轴窗口中",
     });
 }

@@ -64,12 +64,12 @@ CEffectResult BuildColourCycle(const CEffectArgs &args)
         for (int step = 0; t < total + startOffset && step < MaxColourSteps; ++step) {
             if (first) {
                 line += QStringLiteral("{\\pos(") + num(qint64(lng(double(dx) * i + x0))) + u','
-                        + num(qint64(lng(double(dy) * i + y0))) + QStringLiteral(")}{\\c")
-                        + basEffectTag::ColourText(colour1) + QStringLiteral("&}");
+                    + num(qint64(lng(double(dy) * i + y0))) + QStringLiteral(")}{\\c")
+                    + basEffectTag::ColourText(colour1) + QStringLiteral("&}");
                 first = false;
             }
-            line += QStringLiteral("{\\t(") + num(qint64(t)) + u',' + num(Int(next)) + QStringLiteral(",1,\\c")
-                    + basEffectTag::ColourText(colour2) + QStringLiteral("&)}");
+            line += QStringLiteral("{\\t(") + num(qint64(t)) + u',' + num(Int(next))
+                + QStringLiteral(",1,\\c") + basEffectTag::ColourText(colour2) + QStringLiteral("&)}");
             const qint32 previous = t;
             t = lng(next);
             next += cycle;
@@ -101,7 +101,7 @@ CEffectResult BuildMove(const CEffectArgs &args)
         const qint32 a = lng(divide(s.SelStart, s.Max) * length);
         const qint32 b = lng(divide(double(s.SelStart) + s.SelLength, s.Max) * length);
         fade = QStringLiteral("{\\fade(255,0,255,0,") + num(qint64(a)) + u',' + num(qint64(b)) + u','
-               + num(qint64(lng(length))) + QStringLiteral(")}");
+            + num(qint64(lng(length))) + QStringLiteral(")}");
     }
 
     CEffectResult result;
@@ -109,8 +109,8 @@ CEffectResult BuildMove(const CEffectArgs &args)
     for (qsizetype i = 1; i <= text.size(); ++i) {
         const double k = double(i - 1);
         QString line = fade + QStringLiteral("{\\move(") + num(qint64(lng(x1 + k * dx))) + u','
-                       + num(qint64(lng(y1 + k * dy))) + u',' + num(qint64(lng(x2 + k * dx))) + u','
-                       + num(qint64(lng(y2 + k * dy)));
+            + num(qint64(lng(y1 + k * dy))) + u',' + num(qint64(lng(x2 + k * dx))) + u','
+            + num(qint64(lng(y2 + k * dy)));
         if (t1 != 0 || t2 != 0)
             line += u',' + num(qint64(t1)) + u',' + num(qint64(t2));
         line += QStringLiteral(")}") + text[i - 1];
@@ -125,7 +125,8 @@ CEffectResult BuildPositionSteps(const CEffectArgs &args)
     qint32 y = CLng(args.txtArg[1]);
     CEffectResult result;
     for (const QChar c : args.rtfArg) {
-        result.Lines << QStringLiteral("{\\pos(") + num(qint64(x)) + u',' + num(qint64(y)) + QStringLiteral(")}") + c;
+        result.Lines << QStringLiteral("{\\pos(") + num(qint64(x)) + u',' + num(qint64(y))
+                + QStringLiteral(")}") + c;
         // the spacing is read anew for each character
         x = lng(double(x) + CLng(args.txtArg[2]));
         y = lng(double(y) + CLng(args.txtArg[3]));

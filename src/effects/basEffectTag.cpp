@@ -28,7 +28,7 @@ QString onOff(const QString &name, int option)
 // The old numbering of an alignment given by its keypad position; empty when unknown.
 QString oldAlignment(int keypad)
 {
-    static const int table[10] = {0, 1, 2, 3, 9, 10, 11, 5, 6, 7};
+    static const int table[10] = { 0, 1, 2, 3, 9, 10, 11, 5, 6, 7 };
     if (keypad < 1 || keypad > 9)
         return {};
     return CStr(qint64(table[keypad]));
@@ -38,16 +38,17 @@ QString colourTag(const CTagPage &p)
 {
     QString body;
     if (p.sldAlpha != 0) {
-        static const char16_t *alphaNames[] = {u"\\1a", u"\\2a", u"\\3a", u"\\4a"};
+        static const char16_t *alphaNames[] = { u"\\1a", u"\\2a", u"\\3a", u"\\4a" };
         body += p.optAlpha >= 0 && p.optAlpha < 4 ? QString::fromUtf16(alphaNames[p.optAlpha])
-                                                   : QStringLiteral("\\alpha");
+                                                  : QStringLiteral("\\alpha");
         QString hex = Hex(p.sldAlpha);
         if (hex.size() < 2)
             hex.prepend(QString(2 - hex.size(), u'0'));
         body += QStringLiteral("&H") + hex + u'&';
     }
-    static const char16_t *colourNames[] = {u"\\1c", u"\\2c", u"\\3c", u"\\4c"};
-    body += p.optColor >= 0 && p.optColor < 4 ? QString::fromUtf16(colourNames[p.optColor]) : QStringLiteral("\\c");
+    static const char16_t *colourNames[] = { u"\\1c", u"\\2c", u"\\3c", u"\\4c" };
+    body += p.optColor >= 0 && p.optColor < 4 ? QString::fromUtf16(colourNames[p.optColor])
+                                              : QStringLiteral("\\c");
     body += ColourText(p.picColor) + u'&';
     return body;
 }
@@ -55,7 +56,7 @@ QString colourTag(const CTagPage &p)
 // Rotation tags of the ticked boxes among first..first+2, in x, y, z order.
 QString rotationTags(const CTagPage &p, int first)
 {
-    static const char16_t *names[] = {u"\\frx", u"\\fry", u"\\frz"};
+    static const char16_t *names[] = { u"\\frx", u"\\fry", u"\\frz" };
     QString body;
     for (int i = 0; i < 3; ++i)
         if (p.chkRotate[first + i])
@@ -74,14 +75,15 @@ QString fadingTag(const CTagPage &p)
         return QStringLiteral("\\fade(") + values.join(u',') + u')';
     }
     if (p.optFading == 1)
-        return QStringLiteral("\\fad(") + intText(p.txtFadingTime[4]) + u',' + intText(p.txtFadingTime[5]) + u')';
+        return QStringLiteral("\\fad(") + intText(p.txtFadingTime[4]) + u',' + intText(p.txtFadingTime[5])
+            + u')';
     return {};
 }
 
 QString moveTag(const CTagPage &p)
 {
     QString body = QStringLiteral("\\move(") + p.txtMoveStart[0] + u',' + p.txtMoveStart[1] + u','
-                   + p.txtMoveEnd[0] + u',' + p.txtMoveEnd[1];
+        + p.txtMoveEnd[0] + u',' + p.txtMoveEnd[1];
     if (!Trim(p.txtMoveTime[0]).isEmpty() && !Trim(p.txtMoveTime[1]).isEmpty())
         body += u',' + p.txtMoveTime[0] + u',' + p.txtMoveTime[1];
     return body + u')';
@@ -147,8 +149,8 @@ QString tagBody(const CTagPage &p, int tag)
     case 19:
         return QStringLiteral("\\pos(") + p.txtSiteX + u',' + p.txtSiteY + u')';
     case 20:
-        return QStringLiteral("\\clip(") + p.txtClipStart[0] + u',' + p.txtClipStart[1] + u',' + p.txtClipEnd[0]
-               + u',' + p.txtClipEnd[1] + u')';
+        return QStringLiteral("\\clip(") + p.txtClipStart[0] + u',' + p.txtClipStart[1] + u','
+            + p.txtClipEnd[0] + u',' + p.txtClipEnd[1] + u')';
     case 21:
         if (p.optWrap < 0 || p.optWrap > 3)
             return {};
@@ -167,9 +169,30 @@ QString tagBody(const CTagPage &p, int tag)
 QString TagCaption(int tagNumber)
 {
     static const char16_t *captions[TagCount] = {
-        u"换行",   u"颜色",     u"字体",     u"字体大小", u"粗体",   u"斜体", u"下划线", u"中划线",
-        u"对齐方式", u"边界弱化", u"影子",     u"边框",     u"间距",   u"旋转", u"伸缩",   u"淡入淡出",
-        u"卡拉OK", u"移动",     u"原点",     u"位置",     u"截取",   u"换行方式", u"字符集", u"取消",
+        u"换行",
+        u"颜色",
+        u"字体",
+        u"字体大小",
+        u"粗体",
+        u"斜体",
+        u"下划线",
+        u"中划线",
+        u"对齐方式",
+        u"边界弱化",
+        u"影子",
+        u"边框",
+        u"间距",
+        u"旋转",
+        u"伸缩",
+        u"淡入淡出",
+        u"卡拉OK",
+        u"移动",
+        u"原点",
+        u"位置",
+        u"截取",
+        u"换行方式",
+        u"字符集",
+        u"取消",
     };
     if (tagNumber < 0 || tagNumber >= TagCount)
         return {};
@@ -207,13 +230,13 @@ QString BuildTag(const CTagPage &page, int tagNumber)
     if (tagNumber != 0 && page.chkAccel) {
         const QString startState = tagNumber == 13 ? rotationTags(page, 3) : QString();
         body = startState + QStringLiteral("\\t(") + page.txtAccelStart + u',' + page.txtAccelEnd + u','
-               + page.txtAccel + u',' + body + u')';
+            + page.txtAccel + u',' + body + u')';
     }
     return u'{' + body + u'}';
 }
 
 bool RecordKaraokeLyric(CKaraokeRecording &recording, double currentPosition, double reactOffsetStart,
-                        QString &cellText, const QString &lyric)
+    QString &cellText, const QString &lyric)
 {
     if (!recording.KaraOKRecording)
         return false;

@@ -32,6 +32,6 @@ bool AccelFrameEnabled(int tagNumber);
 // then the lyric. Nothing happens while no line is being recorded; the result says
 // whether the cell changed.
 bool RecordKaraokeLyric(CKaraokeRecording &recording, double currentPosition, double reactOffsetStart,
-                        QString &cellText, const QString &lyric);
+    QString &cellText, const QString &lyric);
 
 } // namespace basEffectTag

@@ -47,8 +47,22 @@ private:
 const std::array<quint32, 16> &Palette()
 {
     static const std::array<quint32, 16> palette = {
-        0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080, 0xC0C0C0,
-        0x808080, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF,
+        0x000000,
+        0x800000,
+        0x008000,
+        0x808000,
+        0x000080,
+        0x800080,
+        0x008080,
+        0xC0C0C0,
+        0x808080,
+        0xFF0000,
+        0x00FF00,
+        0xFFFF00,
+        0x0000FF,
+        0xFF00FF,
+        0x00FFFF,
+        0xFFFFFF,
     };
     return palette;
 }
@@ -86,8 +100,8 @@ int NearestColourIndex(QRgb colour)
 QByteArray BitmapFileBytes(const QImage &picture)
 {
     const QImage image = picture.format() == QImage::Format_RGB32 || picture.format() == QImage::Format_ARGB32
-                             ? picture
-                             : picture.convertToFormat(QImage::Format_RGB32);
+        ? picture
+        : picture.convertToFormat(QImage::Format_RGB32);
     const int width = image.width();
     const int height = image.height();
     const qint32 rowBytes = RowBytes(width);

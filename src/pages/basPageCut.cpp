@@ -29,8 +29,8 @@ QList<CPageCut> CutPages(const QList<std::pair<double, double>> &lines)
         const auto [start, end] = lines[i];
         if (!(start < end) || !(start < last))
             continue;
-        events.push_back({start, true, i});
-        events.push_back({std::min(end, last), false, i});
+        events.push_back({ start, true, i });
+        events.push_back({ std::min(end, last), false, i });
     }
     std::sort(events.begin(), events.end(), [](const Event &a, const Event &b) {
         return a.time != b.time ? a.time < b.time : a.starts < b.starts;
@@ -61,7 +61,7 @@ QList<CPageCut> CutPages(const QList<std::pair<double, double>> &lines)
 
 std::pair<int, int> VideoTypePixelSize(int videoType)
 {
-    return videoType == 1 ? std::pair {724, 580} : std::pair {724, 484};
+    return videoType == 1 ? std::pair { 724, 580 } : std::pair { 724, 484 };
 }
 
 QString PageBitmapName(const QString &name, qint64 serialNo)
@@ -72,7 +72,7 @@ QString PageBitmapName(const QString &name, qint64 serialNo)
 QString PageListLine(int number, const QString &start, const QString &end, const QString &fileName)
 {
     return QString::number(number) + QStringLiteral("\t\t") + start + u'\t' + end + u'\t' + fileName
-           + QStringLiteral("\r\n");
+        + QStringLiteral("\r\n");
 }
 
 } // namespace basPageCut

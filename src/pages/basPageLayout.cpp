@@ -49,7 +49,7 @@ bool isTop(const CPageLine &line)
 bool Overlaps(qint32 y, qint32 height, const CPageLine &other)
 {
     return double(y) < double(other.DisplayY) + other.DisplayHeight + 1
-           && double(other.DisplayY) < double(y) + height + 1;
+        && double(other.DisplayY) < double(y) + height + 1;
 }
 
 void DisplayPageLines(IPictureBox &box, QList<CPageLine> &lines, const CPageMargins &margins)
@@ -81,8 +81,8 @@ void DisplayPageLines(IPictureBox &box, QList<CPageLine> &lines, const CPageMarg
             y = runningTop.value_or(double(margins.DefaultMarginTop) - between) + between;
             runningTop = y;
         } else {
-            y = runningBottom.value_or(box.ScaleHeight() - margins.DefaultMarginBottom + between) - line.DisplayHeight
-                - between;
+            y = runningBottom.value_or(box.ScaleHeight() - margins.DefaultMarginBottom + between)
+                - line.DisplayHeight - between;
             runningBottom = y;
         }
         line.DisplayY = CLng(y);

@@ -12,7 +12,10 @@ class PagesTest : public ::testing::Test
 protected:
     void SetUp() override { pages.Load(); }
 
-    CEffectControl &ctl(const char *name, int index = -1) { return *pages.Control(QString::fromLatin1(name), index); }
+    CEffectControl &ctl(const char *name, int index = -1)
+    {
+        return *pages.Control(QString::fromLatin1(name), index);
+    }
     QStringList visibleKeys() const
     {
         QStringList keys;
@@ -31,7 +34,7 @@ TEST_F(PagesTest, LoadEndsOnTheTagPage)
     EXPECT_EQ(pages.CurrentPage(), 0);
     EXPECT_TRUE(pages.TabStripVisible());
     EXPECT_EQ(ctl("fraEffect").Caption, QStringLiteral("效果符参考"));
-    EXPECT_EQ(visibleKeys(), QStringList({QStringLiteral("cmdCreate")}));
+    EXPECT_EQ(visibleKeys(), QStringList({ QStringLiteral("cmdCreate") }));
     EXPECT_EQ(pages.Explanation(), basEffectExplain::ExplainTag(0));
     EXPECT_EQ(pages.Tag.txtAccel, QStringLiteral("1"));
 }
@@ -40,9 +43,9 @@ TEST_F(PagesTest, EachPageShowsItsDeclarationInOrder)
 {
     pages.SelectPage(7);
     EXPECT_EQ(ctl("fraEffect").Caption, QStringLiteral("位置差分"));
-    EXPECT_EQ(visibleKeys(), QStringList({"lblrtfArg(0)", "rtfArg(0)", "lbltxtArg(0)", "txtArg(0)", "lbltxtArg(1)",
-                                          "txtArg(1)", "lbltxtArg(2)", "txtArg(2)", "lbltxtArg(3)", "txtArg(3)",
-                                          "cmdCreate"}));
+    EXPECT_EQ(visibleKeys(),
+        QStringList({ "lblrtfArg(0)", "rtfArg(0)", "lbltxtArg(0)", "txtArg(0)", "lbltxtArg(1)", "txtArg(1)",
+            "lbltxtArg(2)", "txtArg(2)", "lbltxtArg(3)", "txtArg(3)", "cmdCreate" }));
     EXPECT_EQ(ctl("lbltxtArg", 3).Caption, QStringLiteral("Y间距"));
     EXPECT_EQ(ctl("txtArg", 3).Text, QStringLiteral("20"));
     EXPECT_EQ(ctl("txtArg", 3).Unit, QStringLiteral("象素"));
@@ -53,7 +56,7 @@ TEST_F(PagesTest, EachPageShowsItsDeclarationInOrder)
     EXPECT_EQ(ctl("optArg", 2).Caption, QStringLiteral("根据第一行和最后一行生成差分"));
     EXPECT_TRUE(ctl("optArg", 0).Value);
     EXPECT_EQ(ctl("txtArg", 0).Text, QStringLiteral("10"));
-    EXPECT_EQ(ctl("spdArg", 0).Spread.ColumnHeaders, QStringList({"开始时间", "结束时间"}));
+    EXPECT_EQ(ctl("spdArg", 0).Spread.ColumnHeaders, QStringList({ "开始时间", "结束时间" }));
     EXPECT_EQ(ctl("spdArg", 0).Spread.Text(1, 1), QStringLiteral("0:00:00.00"));
     EXPECT_EQ(ctl("lblspdArg", 0).Caption, QStringLiteral("时间轴"));
 }
@@ -66,7 +69,7 @@ TEST_F(PagesTest, DefaultsOfTheGeneratorPages)
     pages.SelectPage(4);
     const CEffectArgs cycle = pages.Args();
     EXPECT_EQ(cycle.rtfArg, QStringLiteral("1234567890"));
-    const char *values[] = {"0", "20", "1", "5", "200", "100", "20", "0", "0", "0", "1"};
+    const char *values[] = { "0", "20", "1", "5", "200", "100", "20", "0", "0", "0", "1" };
     for (int i = 0; i < 11; ++i)
         EXPECT_EQ(cycle.txtArg[i], QString::fromLatin1(values[i])) << i;
     EXPECT_EQ(cycle.optArg, 0);
@@ -120,7 +123,7 @@ TEST_F(PagesTest, GridRowsSurviveAPageChange)
     ASSERT_EQ(back.MaxRows(), 5);
     EXPECT_EQ(back.Text(5, 1), QStringLiteral("50"));
     EXPECT_EQ(back.Text(5, 2), QStringLiteral("100"));
-    EXPECT_EQ(back.ColumnHeaders, QStringList({"X坐标", "Y坐标"}));
+    EXPECT_EQ(back.ColumnHeaders, QStringList({ "X坐标", "Y坐标" }));
 }
 
 TEST_F(PagesTest, ACheckBoxIsNeverRestored)
@@ -146,7 +149,7 @@ TEST_F(PagesTest, SliderSelectionKeepsStartAndLength)
     EXPECT_FALSE(ctl("sldArg", 0).Slider.HasSelection());
     EXPECT_EQ(ctl("sldArg", 0).Slider.Value, 1);
     pages.SelectPage(6);
-    EXPECT_EQ(ctl("sldArg", 0).Slider, (CEffectSlider {100, 0, 20, 60}));
+    EXPECT_EQ(ctl("sldArg", 0).Slider, (CEffectSlider { 100, 0, 20, 60 }));
 }
 
 TEST_F(PagesTest, OptionsComeBackAsAGroup)
@@ -202,4 +205,39 @@ TEST_F(PagesTest, UnknownPagesAreIgnored)
     pages.SelectPage(9);
     pages.SelectPage(-1);
     EXPECT_EQ(pages.CurrentPage(), 2);
+}
+
+TEST_F(PagesTest, PlayerClicksFillTheFocusedCoordinatePair)
+{
+    pages.SelectPage(6);
+    pages.PosSelected(QStringLiteral("txtArg(1)"), 30, 450);
+    pages.PosSelected(QStringLiteral("txtArg(2)"), 31, 50);
+    EXPECT_EQ(pages.Args().txtArg[0], QStringLiteral("30"));
+    EXPECT_EQ(pages.Args().txtArg[1], QStringLiteral("450"));
+    EXPECT_EQ(pages.Args().txtArg[3], QStringLiteral("50"));
+    pages.SelectPage(7);
+    pages.PosSelected(QStringLiteral("txtArg(2)"), 5, 5); // a spacing box takes no point
+    EXPECT_EQ(pages.Args().txtArg[2], QStringLiteral("0"));
+    pages.SelectPage(4);
+    pages.PosSelected(QStringLiteral("txtArg(0)"), 5, 5);
+    EXPECT_EQ(pages.Args().txtArg[0], QStringLiteral("0"));
+}
+
+TEST_F(PagesTest, DraggingMeasuresTheSpacing)
+{
+    pages.SelectPage(7);
+    pages.ChangePosSelected(QStringLiteral("txtArg(3)"), 100, 100); // no drag yet
+    EXPECT_EQ(pages.Args().txtArg[3], QStringLiteral("20"));
+    pages.StartPosSelected(QStringLiteral("txtArg(3)"), 10, 10);
+    pages.ChangePosSelected(QStringLiteral("txtArg(3)"), 13, 14);
+    EXPECT_EQ(pages.Args().txtArg[3], QStringLiteral("5"));
+    pages.ChangePosSelected(QStringLiteral("txtArg(3)"), 11, 12); // 2.24 rounds to 2
+    EXPECT_EQ(pages.Args().txtArg[3], QStringLiteral("2"));
+    pages.EndPosSelected();
+    pages.ChangePosSelected(QStringLiteral("txtArg(3)"), 50, 50);
+    EXPECT_EQ(pages.Args().txtArg[3], QStringLiteral("2"));
+    pages.SelectPage(6);
+    pages.StartPosSelected(QStringLiteral("txtArg(4)"), 0, 0);
+    pages.ChangePosSelected(QStringLiteral("txtArg(4)"), 6, 8);
+    EXPECT_EQ(pages.Args().txtArg[4], QStringLiteral("10"));
 }

@@ -98,7 +98,7 @@ TEST_F(TagTest, SwitchesByTheFirstOption)
 
 TEST_F(TagTest, AlignmentInBothNumberings)
 {
-    const int oldForm[10] = {0, 1, 2, 3, 9, 10, 11, 5, 6, 7};
+    const int oldForm[10] = { 0, 1, 2, 3, 9, 10, 11, 5, 6, 7 };
     for (int keypad = 1; keypad <= 9; ++keypad) {
         page.optAlignment = keypad - 1;
         page.optAlia = 0;
@@ -118,8 +118,8 @@ TEST_F(TagTest, PlainTextTags)
     page.txtSiteX = QStringLiteral("100");
     page.txtSiteY = QStringLiteral("200");
     EXPECT_EQ(build(19), QStringLiteral("{\\pos(100,200)}"));
-    page.txtClipStart = {QStringLiteral("1"), QStringLiteral("2")};
-    page.txtClipEnd = {QStringLiteral("3"), QStringLiteral("4")};
+    page.txtClipStart = { QStringLiteral("1"), QStringLiteral("2") };
+    page.txtClipEnd = { QStringLiteral("3"), QStringLiteral("4") };
     EXPECT_EQ(build(20), QStringLiteral("{\\clip(1,2,3,4)}"));
     page.optWrap = 3;
     EXPECT_EQ(build(21), QStringLiteral("{\\q3}"));
@@ -131,15 +131,17 @@ TEST_F(TagTest, PlainTextTags)
 
 TEST_F(TagTest, RotationTakesTheTickedAxesInOrder)
 {
-    page.chkRotate = {true, false, true, false, false, false};
-    page.txtRotateAngle = {QStringLiteral("45"), QStringLiteral("9"), QStringLiteral("-30.5"), QString(), QString(), QString()};
+    page.chkRotate = { true, false, true, false, false, false };
+    page.txtRotateAngle = { QStringLiteral("45"), QStringLiteral("9"), QStringLiteral("-30.5"), QString(),
+        QString(), QString() };
     EXPECT_EQ(build(13), QStringLiteral("{\\frx45\\frz-30.5}"));
 }
 
 TEST_F(TagTest, GradualRotationStartsFromTheSecondSetOfBoxes)
 {
-    page.chkRotate = {false, false, true, false, true, false};
-    page.txtRotateAngle = {QString(), QString(), QStringLiteral("360"), QString(), QStringLiteral("10"), QString()};
+    page.chkRotate = { false, false, true, false, true, false };
+    page.txtRotateAngle
+        = { QString(), QString(), QStringLiteral("360"), QString(), QStringLiteral("10"), QString() };
     page.chkAccel = true;
     page.txtAccelStart = QStringLiteral("0");
     page.txtAccelEnd = QStringLiteral("3000");
@@ -165,17 +167,17 @@ TEST_F(TagTest, GradualWrapperButNeverForTheLineBreak)
 
 TEST_F(TagTest, ScalingByTheFilledBoxes)
 {
-    page.txtScale = {QStringLiteral("150"), QStringLiteral("  ")};
+    page.txtScale = { QStringLiteral("150"), QStringLiteral("  ") };
     EXPECT_EQ(build(14), QStringLiteral("{\\fscx150}"));
-    page.txtScale = {QString(), QStringLiteral("80.5")};
+    page.txtScale = { QString(), QStringLiteral("80.5") };
     EXPECT_EQ(build(14), QStringLiteral("{\\fscy80}"));
-    page.txtScale = {QStringLiteral("120"), QStringLiteral("90")};
+    page.txtScale = { QStringLiteral("120"), QStringLiteral("90") };
     EXPECT_EQ(build(14), QStringLiteral("{\\fscx120\\fscy90}"));
 }
 
 TEST_F(TagTest, EmptyScalingShowsTheMessageAndGivesNothing)
 {
-    page.txtScale = {QStringLiteral(" "), QString()};
+    page.txtScale = { QStringLiteral(" "), QString() };
     page.chkAccel = true;
     EXPECT_EQ(build(14), QString());
     ASSERT_EQ(prompt.Messages().size(), 1);
@@ -189,7 +191,7 @@ TEST_F(TagTest, OtherEmptyBodiesShowTheMessage)
     EXPECT_EQ(build(24), QString());
     page.optWrap = -1;
     EXPECT_EQ(build(21), QString());
-    EXPECT_EQ(prompt.Messages(), QStringList({NoEffect, NoEffect, NoEffect}));
+    EXPECT_EQ(prompt.Messages(), QStringList({ NoEffect, NoEffect, NoEffect }));
     // a name part alone is not empty
     page.lstFontName.clear();
     EXPECT_EQ(build(2), QStringLiteral("{\\fn}"));
@@ -198,9 +200,9 @@ TEST_F(TagTest, OtherEmptyBodiesShowTheMessage)
 TEST_F(TagTest, FadingInBothForms)
 {
     page.optFading = 0;
-    page.txtAlpha = {QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("254.5")};
-    page.txtFadingTime = {QStringLiteral("0"),     QStringLiteral("500.4"), QStringLiteral("1000"),
-                          QStringLiteral("1500"), QStringLiteral("7"),     QStringLiteral("8")};
+    page.txtAlpha = { QStringLiteral("255"), QStringLiteral("0"), QStringLiteral("254.5") };
+    page.txtFadingTime = { QStringLiteral("0"), QStringLiteral("500.4"), QStringLiteral("1000"),
+        QStringLiteral("1500"), QStringLiteral("7"), QStringLiteral("8") };
     EXPECT_EQ(build(15), QStringLiteral("{\\fade(255,0,254,0,500,1000,1500)}"));
     page.optFading = 1;
     EXPECT_EQ(build(15), QStringLiteral("{\\fad(7,8)}"));
@@ -208,20 +210,21 @@ TEST_F(TagTest, FadingInBothForms)
 
 TEST_F(TagTest, MoveNeedsBothTimeBoxesForSixArguments)
 {
-    page.txtMoveStart = {QStringLiteral("10"), QStringLiteral("20")};
-    page.txtMoveEnd = {QStringLiteral("30"), QStringLiteral("40")};
-    page.txtMoveTime = {QStringLiteral("100"), QStringLiteral(" ")};
+    page.txtMoveStart = { QStringLiteral("10"), QStringLiteral("20") };
+    page.txtMoveEnd = { QStringLiteral("30"), QStringLiteral("40") };
+    page.txtMoveTime = { QStringLiteral("100"), QStringLiteral(" ") };
     EXPECT_EQ(build(17), QStringLiteral("{\\move(10,20,30,40)}"));
-    page.txtMoveTime = {QString(), QStringLiteral("200")};
+    page.txtMoveTime = { QString(), QStringLiteral("200") };
     EXPECT_EQ(build(17), QStringLiteral("{\\move(10,20,30,40)}"));
-    page.txtMoveTime = {QStringLiteral("100"), QStringLiteral("200")};
+    page.txtMoveTime = { QStringLiteral("100"), QStringLiteral("200") };
     EXPECT_EQ(build(17), QStringLiteral("{\\move(10,20,30,40,100,200)}"));
 }
 
 TEST(TagAccelFrame, OnlyAnimatableTags)
 {
     for (int tag = 0; tag < TagCount; ++tag) {
-        const bool expected = tag == 1 || tag == 3 || tag == 10 || tag == 11 || tag == 12 || tag == 13 || tag == 14;
+        const bool expected
+            = tag == 1 || tag == 3 || tag == 10 || tag == 11 || tag == 12 || tag == 13 || tag == 14;
         EXPECT_EQ(AccelFrameEnabled(tag), expected) << tag;
     }
     EXPECT_EQ(TagCaption(0), QStringLiteral("换行"));

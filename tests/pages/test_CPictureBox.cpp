@@ -88,13 +88,14 @@ TEST(PictureBoxText, ChineseGlyphsAreDrawnNotBoxes)
 TEST(PictureBoxText, StylesChangeTheDrawing)
 {
     CPictureBox plain(200, 60), bold(200, 60);
-    for (CPictureBox *box : {&plain, &bold}) {
+    for (CPictureBox *box : { &plain, &bold }) {
         box->setBackColor(0);
         box->setFontSize(24);
     }
     bold.setFontBold(true);
     plain.Print(QStringLiteral("Velmar"));
     bold.Print(QStringLiteral("Velmar"));
-    EXPECT_GT(countColour(bold.Picture(), qRgb(255, 255, 255)), countColour(plain.Picture(), qRgb(255, 255, 255)));
+    EXPECT_GT(
+        countColour(bold.Picture(), qRgb(255, 255, 255)), countColour(plain.Picture(), qRgb(255, 255, 255)));
     EXPECT_TRUE(bold.FontBold());
 }

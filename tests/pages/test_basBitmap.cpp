@@ -65,9 +65,8 @@ TEST(BitmapHeaders, PageOf724By484IsByteExact)
 TEST(BitmapHeaders, PaletteKeepsTheTableAsThePlatformWritesColours)
 {
     const QByteArray file = BitmapFileBytes(QImage(4, 4, QImage::Format_RGB32));
-    const quint32 expected[16] = {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080,
-                                  0x008080, 0xC0C0C0, 0x808080, 0xFF0000, 0x00FF00, 0xFFFF00,
-                                  0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
+    const quint32 expected[16] = { 0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080,
+        0xC0C0C0, 0x808080, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF };
     for (int i = 0; i < 16; ++i)
         EXPECT_EQ(u32(file, 54 + 4 * i), expected[i]) << "entry " << i;
     // entry 1 read the way the file defines entries: blue 0x00, green 0x00, red 0x80
@@ -113,8 +112,8 @@ TEST(BitmapPixels, FirstStoredRowIsTheBottomOfThePicture)
     image.fill(Qt::black);
     for (int x = 0; x < 7; ++x)
         image.setPixel(x, 2, qRgb(255, 255, 255)); // bottom row white
-    image.setPixel(0, 0, qRgb(255, 0, 0));         // top left red
-    image.setPixel(6, 0, qRgb(0, 0, 255));         // top right blue
+    image.setPixel(0, 0, qRgb(255, 0, 0)); // top left red
+    image.setPixel(6, 0, qRgb(0, 0, 255)); // top right blue
 
     const QByteArray file = BitmapFileBytes(image);
     ASSERT_EQ(file.size(), 118 + RowBytes(7) * 3);

@@ -36,7 +36,7 @@ QList<int> rowsWith(const QImage &image, QRgb colour)
 TEST(PageLayout, TwoTopLinesStandOneBelowTheOther)
 {
     CPictureBox box(724, 484);
-    QList<CPageLine> lines {styled(QStringLiteral("第一行"), 8), styled(QStringLiteral("第二行"), 8)};
+    QList<CPageLine> lines { styled(QStringLiteral("第一行"), 8), styled(QStringLiteral("第二行"), 8) };
     DisplayPageLines(box, lines);
     EXPECT_EQ(lines[0].DisplayY, 400);
     EXPECT_GT(lines[0].DisplayHeight, 0);
@@ -48,7 +48,7 @@ TEST(PageLayout, TwoTopLinesStandOneBelowTheOther)
 TEST(PageLayout, BottomLinesStackUpFromTheMargin)
 {
     CPictureBox box(724, 484);
-    QList<CPageLine> lines {styled(QStringLiteral("one"), 2), styled(QStringLiteral("two\r\nrows"), 1)};
+    QList<CPageLine> lines { styled(QStringLiteral("one"), 2), styled(QStringLiteral("two\r\nrows"), 1) };
     DisplayPageLines(box, lines);
     const qint32 bottom = 484 * 15 - 800;
     EXPECT_EQ(lines[0].DisplayY, bottom - lines[0].DisplayHeight);
@@ -58,7 +58,7 @@ TEST(PageLayout, BottomLinesStackUpFromTheMargin)
     CPageLine plain;
     plain.Dialog = QStringLiteral("plain");
     plain.Alignment = 8;
-    QList<CPageLine> alone {plain};
+    QList<CPageLine> alone { plain };
     DisplayPageLines(box, alone);
     EXPECT_EQ(alone[0].DisplayY, bottom - alone[0].DisplayHeight);
     EXPECT_EQ(box.ForeColor(), 0xFFFFFF);
@@ -70,7 +70,7 @@ TEST(PageLayout, PlacedLinesMovePastAFixedOne)
     CPageLine fixed = styled(QStringLiteral("fixed"), 8);
     fixed.ForcePosition = true;
     fixed.DisplayY = 410;
-    QList<CPageLine> lines {styled(QStringLiteral("top"), 8), fixed};
+    QList<CPageLine> lines { styled(QStringLiteral("top"), 8), fixed };
     DisplayPageLines(box, lines);
     EXPECT_EQ(lines[1].DisplayY, 410);
     EXPECT_EQ(lines[0].DisplayY, 410 + lines[1].DisplayHeight + 21);
@@ -86,7 +86,7 @@ TEST(PageLayout, RowsAreCentredInThePrimaryColour)
     box.setBackColor(0);
     CPageLine line = styled(QStringLiteral("WWWW"), 2);
     line.PrimaryColour = 0x0000FF; // red, blue in the high byte
-    QList<CPageLine> lines {line};
+    QList<CPageLine> lines { line };
     DisplayPageLines(box, lines);
     const QImage image = box.Picture();
     int left = 724, right = -1;
