@@ -1,5 +1,6 @@
 #include "pages/basPageCut.h"
 
+#include "core/basPlatform.h"
 #include "core/basTime.h"
 
 #include <algorithm>
@@ -67,6 +68,17 @@ std::pair<int, int> VideoTypePixelSize(int videoType)
 QString PageBitmapName(const QString &name, qint64 serialNo)
 {
     return name + QStringLiteral("/1.") + QString::number(serialNo) + QStringLiteral(".bmp");
+}
+
+std::pair<QString, QString> PageListFolder(const QString &name)
+{
+    const qsizetype cut = std::max(name.lastIndexOf(u'/'), name.lastIndexOf(u'\\'));
+    if (cut >= 0)
+        return { name.left(cut), name };
+    QString folder = ProgramFolder();
+    if (folder.endsWith(u'/'))
+        folder.chop(1);
+    return { folder, folder + u'/' + name };
 }
 
 QString PageListLine(int number, const QString &start, const QString &end, const QString &fileName)

@@ -29,6 +29,10 @@ std::pair<int, int> VideoTypePixelSize(int videoType);
 // page's serial number and ".bmp".
 QString PageBitmapName(const QString &name, qint64 serialNo);
 
+// The folder of the page list and its full name: a name with a folder keeps it; a bare
+// name goes into the program's own folder. Either separator is taken as a folder cut.
+std::pair<QString, QString> PageListFolder(const QString &name);
+
 // The line of a page in the page list: number, two tabs, start, tab, end, tab, file.
 QString PageListLine(int number, const QString &start, const QString &end, const QString &fileName);
 

@@ -82,20 +82,6 @@ TEST_F(TagTest, ABoxWithoutANumberBuildsNoTag)
     EXPECT_THROW(build(11), VelmarError);
 }
 
-TEST_F(TagTest, SwitchesByTheFirstOption)
-{
-    page.optBold = 0;
-    page.optItalic = 1;
-    page.optUnderline = 0;
-    page.optStrikeThru = 1;
-    page.optBlur = 1;
-    EXPECT_EQ(build(4), QStringLiteral("{\\b1}"));
-    EXPECT_EQ(build(5), QStringLiteral("{\\i0}"));
-    EXPECT_EQ(build(6), QStringLiteral("{\\u1}"));
-    EXPECT_EQ(build(7), QStringLiteral("{\\s0}"));
-    EXPECT_EQ(build(9), QStringLiteral("{\\be0}"));
-}
-
 TEST_F(TagTest, AlignmentInBothNumberings)
 {
     const int oldForm[10] = { 0, 1, 2, 3, 9, 10, 11, 5, 6, 7 };
@@ -218,18 +204,6 @@ TEST_F(TagTest, MoveNeedsBothTimeBoxesForSixArguments)
     EXPECT_EQ(build(17), QStringLiteral("{\\move(10,20,30,40)}"));
     page.txtMoveTime = { QStringLiteral("100"), QStringLiteral("200") };
     EXPECT_EQ(build(17), QStringLiteral("{\\move(10,20,30,40,100,200)}"));
-}
-
-TEST(TagAccelFrame, OnlyAnimatableTags)
-{
-    for (int tag = 0; tag < TagCount; ++tag) {
-        const bool expected
-            = tag == 1 || tag == 3 || tag == 10 || tag == 11 || tag == 12 || tag == 13 || tag == 14;
-        EXPECT_EQ(AccelFrameEnabled(tag), expected) << tag;
-    }
-    EXPECT_EQ(TagCaption(0), QStringLiteral("换行"));
-    EXPECT_EQ(TagCaption(16), QStringLiteral("卡拉OK"));
-    EXPECT_EQ(TagCaption(23), QStringLiteral("取消"));
 }
 
 TEST(TagKaraokeRecording, DurationInWholeHundredths)

@@ -26,16 +26,6 @@ QImage printed(const QString &text)
 
 } // namespace
 
-TEST(PictureBoxScale, TwipsOverPixels)
-{
-    CPictureBox box(724, 484);
-    EXPECT_EQ(box.ScaleWidth(), 724 * 15);
-    EXPECT_EQ(box.ScaleHeight(), 484 * 15);
-    box.SetPixelSize(724, 580);
-    EXPECT_EQ(box.PixelHeight(), 580);
-    EXPECT_EQ(box.Picture().height(), 580);
-}
-
 TEST(PictureBoxColours, BlueSitsInTheHighByte)
 {
     CPictureBox box(4, 4);

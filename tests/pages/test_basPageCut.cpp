@@ -1,3 +1,4 @@
+#include "core/basPlatform.h"
 #include "core/basTime.h"
 #include "pages/basPageCut.h"
 
@@ -151,6 +152,11 @@ TEST(PageHelpers, VideoTypesAndNames)
     EXPECT_EQ(VideoTypePixelSize(0), (std::pair { 724, 484 }));
     EXPECT_EQ(VideoTypePixelSize(1), (std::pair { 724, 580 }));
     EXPECT_EQ(PageBitmapName(QStringLiteral("/data/film.sst"), 7), QStringLiteral("/data/film.sst/1.7.bmp"));
+    EXPECT_EQ(PageListFolder(QStringLiteral("/data/film.sst")).first, QStringLiteral("/data"));
+    EXPECT_EQ(PageListFolder(QStringLiteral("d:\\dvd\\film.sst")).first, QStringLiteral("d:\\dvd"));
+    const auto bare = PageListFolder(QStringLiteral("film.sst"));
+    EXPECT_EQ(bare.second, bare.first + QStringLiteral("/film.sst"));
+    EXPECT_TRUE(bare.second.startsWith(ProgramFolder()));
     EXPECT_EQ(PageListLine(
                   3, QStringLiteral("00:00:01:00"), QStringLiteral("00:00:02:50"), QStringLiteral("x.bmp")),
         QStringLiteral("3\t\t00:00:01:00\t00:00:02:50\tx.bmp\r\n"));
