@@ -53,6 +53,7 @@ CEffectResult BuildColourCycle(const CEffectArgs &args)
 
     CEffectResult result;
     const QString &text = args.rtfArg;
+    int steps = 0;
     for (qsizetype i = 1; i <= text.size(); ++i) {
         qint64 colour1 = args.picArg[0];
         qint64 colour2 = args.picArg[1];
@@ -61,7 +62,7 @@ CEffectResult BuildColourCycle(const CEffectArgs &args)
         double next = t + cycle;
         bool first = true;
         QString line;
-        for (int step = 0; t < total + startOffset && step < MaxColourSteps; ++step) {
+        for (; t < total + startOffset && steps < MaxColourSteps; ++steps) {
             if (first) {
                 line += QStringLiteral("{\\pos(") + num(qint64(lng(double(dx) * i + x0))) + u','
                     + num(qint64(lng(double(dy) * i + y0))) + QStringLiteral(")}{\\c")

@@ -15,9 +15,9 @@
 // Characters are 16-bit units, so a Chinese character is one character.
 namespace basEffectSpecial {
 
-// Guard against a cycle time of zero or a huge span: the colour steps of one character
-// stop here instead of running without end.
-constexpr int MaxColourSteps = 100000;
+// Guard against a cycle time of zero or a tiny cycle over a huge span: the colour steps
+// of the whole text stop here instead of running without end or filling the memory.
+constexpr int MaxColourSteps = 200000;
 // Guard for the time-difference grid.
 constexpr int MaxTimeDifferenceRows = 100000;
 

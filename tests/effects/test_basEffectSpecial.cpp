@@ -96,11 +96,17 @@ TEST(ColourCycle, FaultsOfTheBoxes)
         BuildColourCycle(boxes(QString(), { "0", "2", "1", "0", "0", "0", "0", "0" })).Lines.isEmpty());
 }
 
-TEST(ColourCycle, ACycleOfNoTimeEnds)
+TEST(ColourCycle, EndlessCyclesAreCut)
 {
     const CEffectResult r = BuildColourCycle(boxes("ab", { "0", "5", "0", "5", "0", "0", "0", "0" }));
     ASSERT_EQ(r.Lines.size(), 2);
     EXPECT_EQ(r.Lines[0].count(QStringLiteral("{\\t(")), 1);
+    // a millisecond cycle over a day: bounded for the whole text, every character kept
+    const CEffectResult day
+        = BuildColourCycle(boxes("abc", { "0", "86400", "0.001", "5", "0", "0", "0", "0" }));
+    ASSERT_EQ(day.Lines.size(), 3);
+    EXPECT_EQ(day.Text().count(QStringLiteral("{\\t(")), MaxColourSteps);
+    EXPECT_TRUE(day.Lines[2].endsWith(u'c'));
 }
 
 // ---- move
