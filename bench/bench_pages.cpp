@@ -1,0 +1,109 @@
+#include "pages/CPictureBox.h"
+#include "pages/basBitmap.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// Text drawing needs a GUI application; the benchmark program has none of its own.
+void ensureGuiApplication()
+{
+    static std::unique_ptr<QGuiApplication> app;
+    if (QCoreApplication::instance())
+        return;
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "velmar_bench";
+    static char *argv[] = { name, nullptr };
+    app = std::make_unique<QGuiApplication>(argc, argv);
+}
+
+} // namespace
+
+// One page drawn as the page display does it (two centred lines near the bottom) and
+// written as a 4-bit bitmap.
+static void BM_SaveBmp(benchmark::State &state)
+{
+    ensureGuiApplication();
+    QTemporaryDir dir;
+    const QString name = dir.filePath(QStringLiteral("1.1.bmp"));
+    CPictureBox box(724, 484);
+    box.setFontName(QStringLiteral("Arial"));
+    box.setFontSize(24);
+    box.setForeColor(0xFFFFFF);
+    const QString lines[] = { QStringLiteral("这是第一行字幕 The first line"), QStringLiteral("第二行对白") };
+    for (auto _ : state) {
+        box.Cls();
+        double y = box.ScaleHeight() - 800;
+        for (const QString &line : lines) {
+            y -= box.TextHeight(line) + 20;
+            box.setCurrentY(y);
+            box.setCurrentX(int(box.ScaleWidth()) / 2 - int(box.TextWidth(line)) / 2);
+            box.Print(line);
+        }
+        benchmark::DoNotOptimize(basBitmap::SavePictureAsBmp(box, name));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_SaveBmp)->Unit(benchmark::kMillisecond);
+
+#include "pages/basPageCut.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+// A script of timed lines as a film gives them: one after another with small gaps, some
+// overlapping their neighbours, a few long notices over many lines.
+QList<std::pair<double, double>> makeScript(int count)
+{
+    QRandomGenerator random(7);
+    QList<std::pair<double, double>> lines;
+    lines.reserve(count);
+    double t = 1;
+    for (int i = 0; i < count; ++i) {
+        const double length = 1 + random.bounded(500) / 100.0;
+        if (i % 200 == 0)
+            lines.append({ t, t + 60 });
+        else
+            lines.append({ t, t + length });
+        t += 0.5 + random.bounded(300) / 100.0;
+    }
+    return lines;
+}
+
+void cutPages(benchmark::State &state, int count)
+{
+    const auto script = makeScript(count);
+    qsizetype pages = 0;
+    for (auto _ : state) {
+        const QList<CPageCut> cut = basPageCut::CutPages(script);
+        pages = cut.size();
+        benchmark::DoNotOptimize(cut.data());
+    }
+    state.counters["pages"] = double(pages);
+    state.SetItemsProcessed(state.iterations() * count);
+}
+
+} // namespace
+
+// The page cutting of a whole script (the lines' times in script order to the pages
+// with their lines).
+static void BM_CreatePages3k(benchmark::State &state)
+{
+    cutPages(state, 3000);
+}
+BENCHMARK(BM_CreatePages3k)->Unit(benchmark::kMillisecond);
+
+static void BM_CreatePages30k(benchmark::State &state)
+{
+    cutPages(state, 30000);
+}
+BENCHMARK(BM_CreatePages30k)->Unit(benchmark::kMillisecond);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "pages/CPageLine.h"
+#include "pages/CPageMargins.h"
+
+#include <QList>
+
+class IPictureBox;
+
+// Drawing the lines of a picture page on a box.
+namespace basPageLayout {
+
+// Clears the box and prints the page: lines with a fixed position first, at their own
+// place; then the others, top-centred ones stacking down from the top margin, all else
+// stacking up from the bottom margin, each moved past any line already on the page
+// that it would touch. Every row of a text is centred. Sets DisplayY, DisplayHeight
+// and Displayed of each line.
+void DisplayPageLines(IPictureBox &box, QList<CPageLine> &lines, const CPageMargins &margins = {});
+
+// Whether two placed spans come closer than one unit.
+bool Overlaps(qint32 y, qint32 height, const CPageLine &other);
+
+} // namespace basPageLayout
