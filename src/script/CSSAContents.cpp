@@ -1,7 +1,7 @@
 #include "script/CSSAContents.h"
 
 #include "core/Class.h"
-#include "script/IPlayerWindow.h"
+#include "player/IPlayerWindow.h"
 
 CSSAContent *CSSAContents::Create()
 {
@@ -22,9 +22,9 @@ void CSSAContents::AssignPlayerWindow(IPlayerWindow *window)
             member->PlayerWindow = window;
 }
 
-void CSSAContents::ReleasePlayerWindow(const QString &playerName)
+void CSSAContents::ReleasePlayerWindow(const QString &playerTag)
 {
     for (CSSAContent *member : m_list)
-        if (member->PlayerWindow && member->PlayerWindow->PlayerName() == playerName)
+        if (member->PlayerWindow && member->PlayerWindow->Tag() == playerTag)
             member->PlayerWindow = nullptr;
 }

@@ -20,7 +20,7 @@ public:
     // Binds every member that has no player to `window`.
     void AssignPlayerWindow(IPlayerWindow *window);
     // Unbinds every member bound to a player of that name.
-    void ReleasePlayerWindow(const QString &playerName);
+    void ReleasePlayerWindow(const QString &playerTag);
 
     std::function<void(const QString &key)> SSAContentDestroyed;
 };

@@ -7,7 +7,8 @@
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
 #include "script/CTiming.h"
-#include "script/IPlayerWindow.h"
+#include "player/CPlayer.h"
+#include "player/IPlayerWindow.h"
 #include "script/basScript.h"
 
 using namespace basConvert;
@@ -103,7 +104,8 @@ void CSubInfo::UpdateAVISize()
 {
     if (!ParentTiming)
         return;
-    const IPlayerWindow *player = ParentTiming->PlayerWindow();
+    const IPlayerWindow *window = ParentTiming->PlayerWindow();
+    const CPlayer *player = window ? window->player() : nullptr;
     if (!player)
         return;
     try {

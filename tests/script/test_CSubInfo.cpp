@@ -6,7 +6,8 @@
 #include "core/basPlatform.h"
 #include "script/CSubInfo.h"
 #include "script/CTiming.h"
-#include "script/IPlayerWindow.h"
+#include "player/CPlayer.h"
+#include "player/IPlayerWindow.h"
 
 #include <QDateTime>
 
@@ -15,9 +16,19 @@ namespace {
 class FakePlayer : public IPlayerWindow
 {
 public:
-    QString PlayerName() const override { return QStringLiteral("播放器(1)"); }
-    double ImageSourceWidth() const override { return 720; }
-    double ImageSourceHeight() const override { return 480; }
+    FakePlayer()
+    {
+        m_player.setImageSourceWidth(720);
+        m_player.setImageSourceHeight(480);
+    }
+    QString Tag() const override { return QStringLiteral("1"); }
+    void setTag(const QString &) override {}
+    QString Caption() const override { return QStringLiteral("播放器(1)"); }
+    void setCaption(const QString &) override {}
+    CPlayer *player() const override { return &m_player; }
+
+private:
+    mutable CPlayer m_player;
 };
 
 class SubInfoTest : public ScriptTest
