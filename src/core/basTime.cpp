@@ -191,6 +191,14 @@ int LineTypeFromName(QStringView name)
     return 0;
 }
 
+QStringList LineTypeChineseNames()
+{
+    QStringList names;
+    for (const char16_t *name : kLineTypeChinese)
+        names << QString::fromUtf16(name);
+    return names;
+}
+
 int LineTypeFromChinese(QStringView name)
 {
     const QString upper = name.toString().toUpper();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 #include <optional>
 
@@ -28,3 +29,5 @@ int KeyNameToCode(QStringView name);
 QString LineTypeName(int type);
 int LineTypeFromName(QStringView name);
 int LineTypeFromChinese(QStringView name);
+// The Chinese names of the six line types, in type order.
+QStringList LineTypeChineseNames();

@@ -2,6 +2,7 @@
 
 #include "core/basConvert.h"
 #include "core/basMessage.h"
+#include "core/basTime.h"
 #include "timing/CSpreadCellKeeper.h"
 #include "timing/ITimingPreviewHooks.h"
 
@@ -35,8 +36,7 @@ CTimingGrid::~CTimingGrid() = default;
 
 QStringList CTimingGrid::LineTypeItems()
 {
-    return { QStringLiteral("对白"), QStringLiteral("注释"), QStringLiteral("图片"), QStringLiteral("声音"),
-        QStringLiteral("动画"), QStringLiteral("命令") };
+    return LineTypeChineseNames();
 }
 
 QStringList CTimingGrid::EffectItems()
