@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+class CSMIContent;
+class CSRTContent;
+class CSMPContent;
+class CSSTContent;
+class CLRCContent;
+
+// The meeting points of the other formats with the event list: a format list as the
+// text of an [Events] section, and the event list as the text of a file of the format.
+namespace basFormatConvert {
+
+// "[Events]", its format line and one Dialogue line of style "*Default" and owner
+// "说话人" for every line that isn't blank.
+QString SMIToEvents(const CSMIContent &content);
+QString SRTToEvents(const CSRTContent &content);
+QString SMPToEvents(const CSMPContent &content);
+QString SSTToEvents(const CSSTContent &content);
+QString LRCToEvents(const CLRCContent &content);
+
+// The <HEAD> of every SAMI file written, each line followed by "\r\n".
+QString SMIHeadText();
+
+// A text with its override blocks removed, "\h" as a blank and each line break as a
+// line of its own, joined by "\r\n".
+QString StripOverridesToLines(const QString &dialog);
+
+} // namespace basFormatConvert
