@@ -1,0 +1,131 @@
+#include "script/basScript.h"
+
+#include "core/VelmarError.h"
+#include "core/basConvert.h"
+#include "core/basTime.h"
+
+#include <cmath>
+
+namespace basScript {
+
+QStringView TrimView(QStringView text)
+{
+    qsizetype b = 0, e = text.size();
+    while (b < e && text[b] == u' ')
+        ++b;
+    while (e > b && text[e - 1] == u' ')
+        --e;
+    return text.sliced(b, e - b);
+}
+
+QStringView LTrimView(QStringView text)
+{
+    qsizetype b = 0;
+    while (b < text.size() && text[b] == u' ')
+        ++b;
+    return text.sliced(b);
+}
+
+std::vector<QStringView> SplitLines(QStringView text)
+{
+    std::vector<QStringView> lines;
+    lines.reserve(size_t(text.size() / 48 + 16));
+    qsizetype start = 0;
+    for (;;) {
+        const qsizetype at = text.indexOf(u"\r\n", start);
+        if (at < 0) {
+            lines.push_back(text.sliced(start));
+            break;
+        }
+        lines.push_back(text.sliced(start, at - start));
+        start = at + 2;
+    }
+    return lines;
+}
+
+void CheckLineIndex(qsizetype index)
+{
+    if (index >= MaxReaderLines)
+        throw VelmarError::Overflow();
+}
+
+bool EqualsUpper(QStringView text, QStringView upperWord)
+{
+    return text.compare(upperWord, Qt::CaseInsensitive) == 0;
+}
+
+bool StartsWithUpper(QStringView text, QStringView upperWord)
+{
+    return text.startsWith(upperWord, Qt::CaseInsensitive);
+}
+
+void AppendPattern0000(QString &out, const QString &text)
+{
+    const qsizetype n = text.size();
+    bool digits = n > 0 && n <= 4;
+    for (qsizetype i = 0; digits && i < n; ++i)
+        digits = text[i] >= u'0' && text[i] <= u'9';
+    if (digits) {
+        for (qsizetype i = n; i < 4; ++i)
+            out += u'0';
+        out += text;
+        return;
+    }
+    if (!basConvert::IsNumeric(text)) {
+        out += text;
+        return;
+    }
+    out += basConvert::Format(basConvert::CDbl(text), u"0000");
+}
+
+namespace {
+
+inline int digit(QChar c)
+{
+    const char16_t u = c.unicode();
+    return u >= u'0' && u <= u'9' ? int(u - u'0') : -1;
+}
+
+} // namespace
+
+double FastStringToTime(QStringView t)
+{
+    if (t.size() == 10 && t[1] == u':' && t[4] == u':' && t[7] == u'.') {
+        const int h = digit(t[0]), m1 = digit(t[2]), m2 = digit(t[3]), s1 = digit(t[5]), s2 = digit(t[6]),
+                  f1 = digit(t[8]), f2 = digit(t[9]);
+        if ((h | m1 | m2 | s1 | s2 | f1 | f2) >= 0) {
+            return double(h) * 3600 + double(m1 * 10 + m2) * 60 + double(s1 * 10 + s2)
+                   + double(f1 * 10 + f2) / 100;
+        }
+    }
+    return StringToTime(t);
+}
+
+void AppendTime2(QString &out, double seconds)
+{
+    if (seconds < 0) {
+        out += u"0:00:00.00";
+        return;
+    }
+    const qint64 whole = qint64(std::floor(seconds));
+    const qint64 hours = whole / 3600;
+    const qint64 minutes = (whole % 3600) / 60;
+    const qint64 secs = whole % 60;
+    const qint64 fraction = qint64(std::floor(seconds * 100 + 0.00001)) % 100;
+    if (hours < 10)
+        out += QChar(u'0' + int(hours));
+    else
+        out += QString::number(hours);
+    const char16_t tail[] = {u':',
+                             char16_t(u'0' + minutes / 10),
+                             char16_t(u'0' + minutes % 10),
+                             u':',
+                             char16_t(u'0' + secs / 10),
+                             char16_t(u'0' + secs % 10),
+                             u'.',
+                             char16_t(u'0' + fraction / 10),
+                             char16_t(u'0' + fraction % 10)};
+    out.append(reinterpret_cast<const QChar *>(tail), 9);
+}
+
+} // namespace basScript

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+#include <QtGlobal>
+
+#include <vector>
+
+// Small text helpers shared by the script readers and writers. They work on views of
+// the whole file so that a reader makes no temporary strings for the lines it skips.
+namespace basScript {
+
+// Blanks only, as the Basic trim does: tabs and other white space stay.
+QStringView TrimView(QStringView text);
+QStringView LTrimView(QStringView text);
+
+// The whole text split at "\r\n" and at nothing else, as views into `text` (which must
+// outlive them). An empty text gives one empty line, as a Basic split does.
+std::vector<QStringView> SplitLines(QStringView text);
+
+// The readers count lines in a 16-bit signed counter: a text of more than this many
+// lines overflows once the counter passes the last one.
+constexpr qsizetype MaxReaderLines = 32768;
+// Raises Basic's overflow (error 6) when the 0-based line index no longer fits.
+void CheckLineIndex(qsizetype index);
+
+// Whether `text` equals / starts with an ASCII upper-case word, ignoring case.
+bool EqualsUpper(QStringView text, QStringView upperWord);
+bool StartsWithUpper(QStringView text, QStringView upperWord);
+
+// A margin-like text through the "0000" pattern: numbers are padded, other text
+// (effect words, "") passes unchanged.
+void AppendPattern0000(QString &out, const QString &text);
+
+// The strict time parser with a fast path for the common "H:MM:SS.hh" form; the result
+// is the same as StringToTime's.
+double FastStringToTime(QStringView text);
+// TimeToString(seconds, 2) appended in place.
+void AppendTime2(QString &out, double seconds);
+
+} // namespace basScript
