@@ -1,11 +1,13 @@
 #include "formats/basFormatConvert.h"
 
+#include "core/basConvert.h"
 #include "core/basTime.h"
 #include "formats/CLRCContent.h"
 #include "formats/CSMIContent.h"
 #include "formats/CSMPContent.h"
 #include "formats/CSRTContent.h"
 #include "formats/CSSTContent.h"
+#include "script/CSSAContent.h"
 
 namespace basFormatConvert {
 
@@ -78,6 +80,130 @@ QString LRCToEvents(const CLRCContent &content)
         appendEvent(out, lrcTime(line->StartTimeString()), lrcTime(line->EndTimeString()), line->SSADialog());
     }
     return out;
+}
+
+namespace {
+
+const QString kLineEnd = QStringLiteral("\r\n");
+
+// "00:00:01:23": a time as SMP sub-type 1 and SST write it.
+QString frameTime(double seconds)
+{
+    const QString t = TimeToString(seconds, 2);
+    return u'0' + t.left(7) + u':' + t.mid(t.indexOf(u'.') + 1, 2);
+}
+
+// SMP, SST and LRC write a line only when it says something.
+bool isWritten(const CSSAContentLine *line)
+{
+    return !line->Blank && (!line->Dialog().isEmpty() || line->StartTime() != 0 || line->EndTime() != 0);
+}
+
+// "0:01:23.45" as "[01:23.45]".
+QString lrcStamp(const QString &time)
+{
+    return u'[' + time.mid(2) + u']';
+}
+
+} // namespace
+
+QString ContentToSMI(const CSSAContent &content)
+{
+    QString text = QStringLiteral("<SAMI>\r\n") + SMIHeadText() + QStringLiteral("<BODY>\r\n");
+    for (const CSSAContentLine *line : content) {
+        if (line->Blank)
+            continue;
+        text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->StartTime() * 1000) + QStringLiteral("><P>");
+        text += line->DialogText;
+        text += kLineEnd;
+        text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->EndTime() * 1000) +
+                QStringLiteral("><P>&nbsp;\r\n");
+    }
+    text += QStringLiteral("</BODY>\r\n</SAMI>");
+    return text;
+}
+
+QString ContentToSRT(const CSSAContent &content)
+{
+    QString text;
+    text.reserve(content.Count() * 80);
+    qint32 counter = 0;
+    auto appendTime = [&text](QString time) {
+        time.replace(u'.', u',');
+        text += u'0';
+        text += time;
+        text += u'0';
+    };
+    for (const CSSAContentLine *line : content) {
+        if (line->Blank)
+            continue;
+        ++counter;
+        text += QString::number(counter);
+        text += kLineEnd;
+        appendTime(line->StartTimeString());
+        text += QStringLiteral(" --> ");
+        appendTime(line->EndTimeString());
+        text += kLineEnd;
+        text += StripOverridesToLines(line->Dialog());
+        text += QStringLiteral("\r\n\r\n");
+    }
+    return text;
+}
+
+QString ContentToSMP(const CSSAContent &content)
+{
+    QString text;
+    const qint32 subType = content.ScriptSubType;
+    for (const CSSAContentLine *line : content) {
+        if (!isWritten(line))
+            continue;
+        if (subType == 0) {
+            text += u'0' + line->StartTimeString().left(9) + u':' + line->DialogText + kLineEnd;
+            text += u'0' + line->EndTimeString().left(9) + u':' + kLineEnd;
+        } else if (subType == 1) {
+            text += frameTime(line->StartTime()) + QStringLiteral("     ") + frameTime(line->EndTime()) +
+                    QStringLiteral("     ") + line->DialogText + kLineEnd;
+        }
+    }
+    return text;
+}
+
+QString ContentToSST(const CSSAContent &content)
+{
+    QString text;
+    qint32 counter = 0;
+    for (const CSSAContentLine *line : content) {
+        if (!isWritten(line))
+            continue;
+        ++counter;
+        text += QString::number(counter) + QStringLiteral("\t\t") + frameTime(line->StartTime()) + u'\t' +
+                frameTime(line->EndTime()) + u'\t' + line->DialogText + kLineEnd;
+    }
+    return text;
+}
+
+QString ContentToLRC(const CSSAContent &content)
+{
+    QString text;
+    const CSSAContentLine *previous = nullptr;
+    auto appendLyric = [&text](const CSSAContentLine *line) {
+        text += lrcStamp(line->StartTimeString()) + line->DialogText + kLineEnd;
+    };
+    for (const CSSAContentLine *line : content) {
+        if (!isWritten(line))
+            continue;
+        if (previous) {
+            appendLyric(previous);
+            // A gap needs a bare stamp that ends the lyric in front of it.
+            if (line->StartTime() != previous->EndTime())
+                text += lrcStamp(previous->EndTimeString()) + kLineEnd;
+        }
+        previous = line;
+    }
+    // The last lyric's end isn't in the file.
+    if (previous)
+        appendLyric(previous);
+    return text;
 }
 
 QString SMIHeadText()
