@@ -49,7 +49,7 @@ void CSRTContent::read(QStringView text)
                 i.Next();
             auto line = Class::Make<CSRTContentLine>();
             line->setParent(this);
-            line->ReadBlock(lines.mid(first, i.value - first));
+            line->ReadBlock(std::span<const QStringView>(lines.constData() + first, size_t(i.value - first)));
             if (line->ErrNumber != 0) {
                 if (!AskContinueAfterBadLine())
                     return;

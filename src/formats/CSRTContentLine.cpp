@@ -1,6 +1,9 @@
 #include "formats/CSRTContentLine.h"
 
 #include "core/basTime.h"
+#include "script/basScript.h"
+
+#include <QVarLengthArray>
 
 using namespace basFormatRead;
 
@@ -15,13 +18,17 @@ double CSRTContentLine::parseTime(QStringView input)
 {
     // Both "00:00:25,360" and " 0:00:25.360" come down to "0:00:25.36"; a two-digit hour
     // loses its first digit and the third decimal is cut.
-    QString text = TrimView(input).toString();
-    text.replace(u',', u'.');
-    text.replace(u' ', u'0');
-    if (text.size() > 11)
-        text.remove(0, 1);
-    text.truncate(10);
-    return StringToTime(text);
+    const QStringView trimmed = TrimView(input);
+    QVarLengthArray<QChar, 32> text(trimmed.begin(), trimmed.end());
+    for (QChar &c : text) {
+        if (c == u',')
+            c = u'.';
+        else if (c == u' ')
+            c = u'0';
+    }
+    const qsizetype from = text.size() > 11 ? 1 : 0;
+    const qsizetype length = std::min<qsizetype>(10, text.size() - from);
+    return basScript::FastStringToTime(QStringView(text.data() + from, length));
 }
 
 QString CSRTContentLine::Content()
@@ -36,10 +43,11 @@ void CSRTContentLine::setContent(const QString &text)
         Blank = true;
         return;
     }
-    ReadBlock(SplitLines(text));
+    const QList<QStringView> pieces = SplitLines(text);
+    ReadBlock(pieces);
 }
 
-void CSRTContentLine::ReadBlock(const QList<QStringView> &pieces)
+void CSRTContentLine::ReadBlock(std::span<const QStringView> pieces)
 {
     ErrNumber = 0;
     if (pieces.size() == 1 && IsBlankText(pieces[0])) {
@@ -52,8 +60,12 @@ void CSRTContentLine::ReadBlock(const QList<QStringView> &pieces)
         setStartTimeString(timeLine.left(arrow));
         setEndTimeString(timeLine.sliced(arrow + 3));
     }
+    if (pieces.size() == 2) {
+        setDialog(pieces[1].toString());
+        return;
+    }
     QString dialog;
-    for (qsizetype i = 1; i < pieces.size(); ++i) {
+    for (size_t i = 1; i < pieces.size(); ++i) {
         if (i > 1)
             dialog += QStringLiteral("\\N");
         dialog += pieces[i];

@@ -2,8 +2,9 @@
 
 #include "formats/CFormatContentLine.h"
 
-#include <QList>
 #include <QStringView>
+
+#include <span>
 
 class CSRTContent;
 
@@ -26,7 +27,7 @@ public:
     QString Content() override;
     void setContent(const QString &text) override;
     // The block as the reader holds it: the time line first, then the text lines.
-    void ReadBlock(const QList<QStringView> &pieces);
+    void ReadBlock(std::span<const QStringView> pieces);
 
     static QString timeString(double seconds);
     static double parseTime(QStringView text);

@@ -8,6 +8,7 @@
 #include "formats/CSRTContent.h"
 #include "formats/CSSTContent.h"
 #include "script/CSSAContent.h"
+#include "script/basScript.h"
 
 namespace basFormatConvert {
 
@@ -19,12 +20,24 @@ QString eventsHead()
                           "Format: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n");
 }
 
+// The LRC form of an event line, whose times come from the stamps without their hour.
 void appendEvent(QString &out, const QString &start, const QString &end, const QString &text)
 {
     out += QStringLiteral("Dialogue: Marked=0,");
     out += start;
     out += u',';
     out += end;
+    out += QStringLiteral(",*Default,说话人,0000,0000,0000,,");
+    out += text;
+    out += QStringLiteral("\r\n");
+}
+
+void appendEvent(QString &out, double start, double end, const QString &text)
+{
+    out += QStringLiteral("Dialogue: Marked=0,");
+    basScript::AppendTime2(out, start);
+    out += u',';
+    basScript::AppendTime2(out, end);
     out += QStringLiteral(",*Default,说话人,0000,0000,0000,,");
     out += text;
     out += QStringLiteral("\r\n");
@@ -38,7 +51,7 @@ template <typename List, typename TextOf> QString toEvents(const List &content, 
     for (auto *line : content) {
         if (line->Blank)
             continue;
-        appendEvent(out, TimeToString(line->StartTime(), 2), TimeToString(line->EndTime(), 2), text(line));
+        appendEvent(out, line->StartTime(), line->EndTime(), text(line));
     }
     return out;
 }
@@ -128,7 +141,13 @@ QString ContentToSRT(const CSSAContent &content)
     QString text;
     text.reserve(content.Count() * 80);
     qint32 counter = 0;
-    auto appendTime = [&text](QString time) {
+    QString time;
+    auto appendTime = [&text, &time](const CSSAContentLine *line, double seconds, bool start) {
+        time.clear();
+        if (line->TimeFormat == 0)
+            basScript::AppendTime2(time, seconds);
+        else
+            time = start ? line->StartTimeString() : line->EndTimeString();
         time.replace(u'.', u',');
         text += u'0';
         text += time;
@@ -140,11 +159,11 @@ QString ContentToSRT(const CSSAContent &content)
         ++counter;
         text += QString::number(counter);
         text += kLineEnd;
-        appendTime(line->StartTimeString());
+        appendTime(line, line->StartTime(), true);
         text += QStringLiteral(" --> ");
-        appendTime(line->EndTimeString());
+        appendTime(line, line->EndTime(), false);
         text += kLineEnd;
-        text += StripOverridesToLines(line->Dialog());
+        AppendStripOverridesToLines(text, line->Dialog());
         text += QStringLiteral("\r\n\r\n");
     }
     return text;
@@ -219,23 +238,62 @@ QString SMIHeadText()
         "</HEAD>\r\n");
 }
 
-QString StripOverridesToLines(const QString &dialog)
+void AppendStripOverridesToLines(QString &out, QStringView dialog)
 {
-    QString text = dialog;
+    // Every pattern begins with a backslash: a text without one passes as it is.
+    if (!dialog.contains(u'\\')) {
+        out += dialog;
+        return;
+    }
+    QString text = dialog.toString();
+    qsizetype from = 0;
     for (;;) {
-        const qsizetype open = text.indexOf(QStringLiteral("{\\"));
+        qsizetype open = -1;
+        for (qsizetype i = from; i + 1 < text.size(); ++i) {
+            if (text[i] == u'{' && text[i + 1] == u'\\') {
+                open = i;
+                break;
+            }
+        }
         if (open < 0)
             break;
         const qsizetype close = text.indexOf(u'}', open + 2);
-        if (close < 0)
+        if (close < 0) {
             text.truncate(open);
-        else
-            text.remove(open, close - open + 1);
+            break;
+        }
+        text.remove(open, close - open + 1);
+        // Only a "{" just in front of the cut can make a new block with what follows.
+        from = open > 0 ? open - 1 : 0;
     }
-    text.replace(QStringLiteral("\\h"), QStringLiteral(" "));
-    text.replace(QStringLiteral("\\n"), QStringLiteral("\\N"));
-    text.replace(QStringLiteral("\\N"), QStringLiteral("\r\n"));
-    return text;
+    // "\h" becomes a blank, "\n" and "\N" a line end, in one pass from the left.
+    out.reserve(out.size() + text.size() + 8);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c == u'\\' && i + 1 < text.size()) {
+            const QChar next = text[i + 1];
+            if (next == u'h') {
+                out += u' ';
+                ++i;
+                continue;
+            }
+            if (next == u'n' || next == u'N') {
+                out += QStringLiteral("\r\n");
+                ++i;
+                continue;
+            }
+        }
+        out += c;
+    }
+}
+
+QString StripOverridesToLines(const QString &dialog)
+{
+    if (!dialog.contains(u'\\'))
+        return dialog;
+    QString out;
+    AppendStripOverridesToLines(out, dialog);
+    return out;
 }
 
 } // namespace basFormatConvert

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 class CSMIContent;
 class CSRTContent;
@@ -38,5 +39,7 @@ QString SMIHeadText();
 // A text with its override blocks removed, "\h" as a blank and each line break as a
 // line of its own, joined by "\r\n".
 QString StripOverridesToLines(const QString &dialog);
+// The same, appended to `out`.
+void AppendStripOverridesToLines(QString &out, QStringView dialog);
 
 } // namespace basFormatConvert

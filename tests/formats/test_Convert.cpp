@@ -91,3 +91,32 @@ TEST(SMIHeadText, SevenLinesWithLineEnds)
 }
 
 } // namespace
+
+namespace {
+
+// The one-pass cleaning must give what the steps give one after another.
+QString stepByStep(QString text)
+{
+    for (;;) {
+        const qsizetype open = text.indexOf(QStringLiteral("{\\"));
+        if (open < 0)
+            break;
+        const qsizetype close = text.indexOf(u'}', open + 2);
+        if (close < 0)
+            text.truncate(open);
+        else
+            text.remove(open, close - open + 1);
+    }
+    text.replace(QStringLiteral("\\h"), QStringLiteral(" "));
+    text.replace(QStringLiteral("\\n"), QStringLiteral("\\N"));
+    return text.split(QStringLiteral("\\N")).join(QStringLiteral("\r\n"));
+}
+
+TEST(StripOverridesToLines, MatchesTheStepsOnAwkwardTexts)
+{
+    for (const char *text : {"{{\\x}\\b1}a", "\\\\h", "\\\\n", "\\\\nN", "a{\\b1}{\\i1}b\\Nc", "{\\}", "{\\a}}{\\",
+                             "x\\", "\\h\\n\\N\\H", "{\\p1}m 0 0 l 1 1{\\p0}end", "{x}{\\y}"})
+        EXPECT_EQ(StripOverridesToLines(QString::fromUtf8(text)), stepByStep(QString::fromUtf8(text))) << text;
+}
+
+} // namespace
