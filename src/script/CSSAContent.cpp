@@ -178,7 +178,6 @@ void CSSAContent::Read(QStringView text)
         const QStringView raw = lines[size_t(i)];
         auto line = Class::Make<CSSAContentLine>(m_counter + 1);
         line->setParent(this);
-        line->TimeFormat = m_timeFormat;
         line->Parse(raw);
         if (line->ErrNumber != 0) {
             const QString question = Msg(QStringLiteral("TIMING_ERR_104")) + QStringLiteral(":\r\n") + raw.toString();

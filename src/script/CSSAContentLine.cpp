@@ -81,11 +81,21 @@ QString StripOverrides(const QString &text)
         }
         out += c;
     }
-    if (out.contains(u'\\')) {
-        out.replace(QStringLiteral("\\n"), QStringLiteral(" "));
-        out.replace(QStringLiteral("\\N"), QStringLiteral(" "));
-        out.replace(QStringLiteral("\\h"), QStringLiteral(" "));
+    // "\n", "\N" and "\h" become blanks. Two such pairs never overlap and a blank never
+    // makes a new one, so one pass gives what three replacements in turn would.
+    qsizetype w = 0;
+    const qsizetype m = out.size();
+    QChar *data = out.data();
+    for (qsizetype r = 0; r < m; ++r) {
+        if (data[r] == u'\\' && r + 1 < m
+            && (data[r + 1] == u'n' || data[r + 1] == u'N' || data[r + 1] == u'h')) {
+            data[w++] = u' ';
+            ++r;
+        } else {
+            data[w++] = data[r];
+        }
     }
+    out.truncate(w);
     return out;
 }
 
@@ -287,7 +297,13 @@ void CSSAContentLine::Parse(QStringView s)
         ErrNumber = 3;
         return;
     }
-    LineType = LineTypeFromName(TrimView(s.left(colon)));
+    const QStringView word = TrimView(s.left(colon));
+    if (word.compare(u"Dialogue", Qt::CaseInsensitive) == 0)
+        LineType = 0;
+    else if (word.compare(u"Comment", Qt::CaseInsensitive) == 0)
+        LineType = 1;
+    else
+        LineType = LineTypeFromName(word);
 
     // The fields behind the colon, split at every comma; the text is whatever follows
     // the ninth comma, commas included.

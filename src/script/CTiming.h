@@ -1,27 +1,94 @@
 #pragma once
 
 #include "core/isub.h"
+#include "script/CFonts.h"
+#include "script/CSSAContent.h"
+#include "script/CSubInfo.h"
+
+#include <QString>
+#include <QStringView>
+#include <functional>
+#include <memory>
 
 class CTimings;
+class ITimingGrid;
+class IPlayerWindow;
+class QObject;
 
-// A timing document: one script being timed.
+// The document behind one timing window: a script in all its forms. It owns the head,
+// the styles and the event list (and one body per other file format), reads a whole
+// file into them and assembles a whole file from them. It knows its window only as an
+// object and its grid only through ITimingGrid.
 class CTiming : public isub
 {
 public:
-    void Init(qint32 SerialNo, void *Window = nullptr)
-    {
-        setSerialNo(SerialNo);
-        m_window = Window;
-    }
+    CTiming();
+    ~CTiming() override;
+
+    // Public fields.
+    std::unique_ptr<CFonts> Fonts;
+    std::unique_ptr<CSubInfo> ScriptInfo;
+    std::unique_ptr<CSSAContent> SSAContent;
+    QObject *TranslateWindow = nullptr;
+    QObject *TimingWindow = nullptr;
+    ITimingGrid *TimingTable = nullptr;
+    bool StepPause = false;
+    bool AutoEndTimePoint = false;
+    bool TraceAVI = false;
+    bool KaraOKMode = false;
+    bool KaraOKRecording = false;
+    double KaraOKStartTime = 0;
+    double ReactOffsetStart = 0;
+    double ReactOffsetEnd = 0;
+    // Which sections go out: 1 head, 2 styles, and the event mask of CSSAContent.
+    qint32 TimingOption = 255;
+    // 0 ANSI, -1 Unicode, -2 system default.
+    qint32 FileCode = 0;
+    // The capture routine of the window: where a time handed out by CTimings goes.
+    std::function<void(double time)> OnNewTime;
+
+    // Second stage: the window is remembered, the parts are made, the document starts
+    // as an empty ASS script (TimingOption 255, TimeFormat 0).
+    void Init(qint32 SerialNo = 0, QObject *Window = nullptr);
 
     CTimings *Parent() const { return m_parent; }
     void setParent(CTimings *parent) { m_parent = parent; }
 
-    QString Content() override { return {}; }
-    void setContent(const QString &) override {}
+    // 0 bare events, 1 SSA, 2 ASS, 3 SAMI, 4 SRT, 5 SMP, 7 plain text, 8 LRC, 9 SST.
+    // Pushed into the head, the styles and the event list, in that order.
+    qint32 ScriptType() const { return m_scriptType; }
+    void setScriptType(qint32 type);
+    qint32 ScriptSubType() const { return m_scriptSubType; }
+    void setScriptSubType(qint32 subType);
+    qint32 TimeFormat() const { return m_timeFormat; }
+    void setTimeFormat(qint32 format);
+    IPlayerWindow *PlayerWindow() const { return m_playerWindow; }
+    void setPlayerWindow(IPlayerWindow *player) { m_playerWindow = player; }
+    // The grid that holds the lines while the window is open (none headless).
+    void setTimingTable(ITimingGrid *grid);
+
+    // Assembles the whole file of the present ScriptType. The grid, if any, is first
+    // copied into the event list. A fault shows TIMING_ERR_115 and gives the text so far.
+    QString Content() override;
+    // Reads a whole file of the present ScriptType; clears Changed (except for plain
+    // text). A fault shows TIMING_ERR_114; what was read so far stays.
+    void setContent(const QString &text) override { Read(text); }
+    void Read(QStringView text);
+    // Does nothing: a new script is built by clearing each part.
     void Clear() override {}
 
+    // The plain-text case: the grid's text column as "\r\n"-joined lines, and the filler
+    // of that column.
+    QString TextColumn() const;
+    void FillTextColumn(QStringView text);
+
 private:
+    void readBody(QStringView text);
+    void assembleBody(QString &out);
+
     CTimings *m_parent = nullptr;
-    void *m_window = nullptr;
+    IPlayerWindow *m_playerWindow = nullptr;
+    qint32 m_scriptType = 2;
+    qint32 m_scriptSubType = 0;
+    qint32 m_timeFormat = 0;
 };

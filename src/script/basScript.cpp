@@ -30,15 +30,22 @@ std::vector<QStringView> SplitLines(QStringView text)
 {
     std::vector<QStringView> lines;
     lines.reserve(size_t(text.size() / 48 + 16));
+    const qsizetype n = text.size();
     qsizetype start = 0;
+    qsizetype from = 0;
     for (;;) {
-        const qsizetype at = text.indexOf(u"\r\n", start);
-        if (at < 0) {
+        // A lone "\r" is not a line end: look for the next one.
+        const qsizetype at = text.indexOf(u'\r', from);
+        if (at < 0 || at + 1 >= n) {
             lines.push_back(text.sliced(start));
             break;
         }
+        if (text[at + 1] != u'\n') {
+            from = at + 1;
+            continue;
+        }
         lines.push_back(text.sliced(start, at - start));
-        start = at + 2;
+        start = from = at + 2;
     }
     return lines;
 }

@@ -1,0 +1,185 @@
+#include "script/CTiming.h"
+
+#include "core/Class.h"
+#include "core/IPrompt.h"
+#include "core/VelmarError.h"
+#include "core/basMessage.h"
+#include "script/ITimingGrid.h"
+#include "script/basScript.h"
+
+namespace {
+
+const QString crlf = QStringLiteral("\r\n");
+
+void report(const char *key, const VelmarError *fault)
+{
+    QString text = Msg(QString::fromLatin1(key));
+    if (fault)
+        text += QStringLiteral(": ") + fault->Description();
+    MsgBox(text);
+}
+
+} // namespace
+
+CTiming::CTiming() = default;
+CTiming::~CTiming() = default;
+
+void CTiming::Init(qint32 SerialNo, QObject *Window)
+{
+    TimingWindow = Window;
+    setSerialNo(SerialNo);
+    setFileName(QString());
+    TranslateWindow = nullptr;
+    m_playerWindow = nullptr;
+    ScriptInfo = Class::Make<CSubInfo>(this);
+    SSAContent = Class::Make<CSSAContent>();
+    SSAContent->setParent(this);
+    Fonts = Class::MakeCollection<CFonts>();
+    setScriptType(2);
+    TimingOption = 255;
+    setTimeFormat(0);
+}
+
+void CTiming::setScriptType(qint32 type)
+{
+    m_scriptType = type;
+    ScriptInfo->setScriptType(type);
+    Fonts->ScriptType = type;
+    SSAContent->ScriptType = type;
+}
+
+void CTiming::setScriptSubType(qint32 subType)
+{
+    m_scriptSubType = subType;
+    SSAContent->ScriptSubType = subType;
+}
+
+void CTiming::setTimeFormat(qint32 format)
+{
+    m_timeFormat = format;
+    SSAContent->setTimeFormat(format);
+}
+
+void CTiming::setTimingTable(ITimingGrid *grid)
+{
+    TimingTable = grid;
+    SSAContent->setSpreadSheet(grid);
+}
+
+void CTiming::Read(QStringView text)
+{
+    try {
+        if (m_scriptType == 7) {
+            FillTextColumn(text);
+            return;
+        }
+        readBody(text);
+        setChanged(false);
+    } catch (const VelmarError &fault) {
+        report("TIMING_ERR_114", &fault);
+    } catch (...) {
+        report("TIMING_ERR_114", nullptr);
+    }
+}
+
+// Each part scans the whole text for its own section.
+void CTiming::readBody(QStringView text)
+{
+    switch (m_scriptType) {
+    case 0:
+        SSAContent->Read(text);
+        break;
+    case 1:
+    case 2:
+        ScriptInfo->Read(text);
+        Fonts->Read(text);
+        SSAContent->Read(text);
+        break;
+    case 3: // SAMI
+    case 4: // SRT
+    case 5: // SMP
+    case 8: // LRC
+    case 9: // SST
+        // The bodies of the other formats are read here, each by its own list class.
+        break;
+    default:
+        break;
+    }
+}
+
+QString CTiming::Content()
+{
+    QString out;
+    try {
+        if (TimingTable)
+            TimingTable->StoreGridToContent(*SSAContent);
+        assembleBody(out);
+    } catch (const VelmarError &fault) {
+        report("TIMING_ERR_115", &fault);
+    } catch (...) {
+        report("TIMING_ERR_115", nullptr);
+    }
+    return out;
+}
+
+void CTiming::assembleBody(QString &out)
+{
+    switch (m_scriptType) {
+    case 0:
+        out += SSAContent->Content();
+        break;
+    case 1:
+    case 2:
+        if (TimingOption & 1)
+            out += ScriptInfo->Content() + crlf;
+        if (TimingOption & 2)
+            out += Fonts->Content() + crlf;
+        SSAContent->SaveOption = TimingOption;
+        out += SSAContent->Content();
+        break;
+    case 7:
+        out += StripOverrides(SSAContent->Dialog());
+        break;
+    case 8: // LRC: the tags, then the converted lines
+        out += ScriptInfo->Content();
+        break;
+    case 9: // SST: the head, then the converted lines
+        out += ScriptInfo->Content() + crlf;
+        break;
+    case 3: // SAMI
+    case 4: // SRT
+    case 5: // SMP
+        // The converters of the other formats assemble from SSAContent here.
+        break;
+    default:
+        break;
+    }
+}
+
+QString CTiming::TextColumn() const
+{
+    if (TimingTable)
+        return TimingTable->TextColumn();
+    QStringList lines;
+    for (const CSSAContentLine *line : *SSAContent)
+        lines << line->Dialog();
+    return lines.join(crlf);
+}
+
+void CTiming::FillTextColumn(QStringView text)
+{
+    const std::vector<QStringView> lines = basScript::SplitLines(text);
+    if (TimingTable) {
+        QStringList column;
+        column.reserve(qsizetype(lines.size()));
+        for (QStringView line : lines)
+            column << line.toString();
+        TimingTable->FillTextColumn(column);
+        return;
+    }
+    // Without a grid the event list stands in for it: one untimed line per text line.
+    SSAContent->Clear();
+    SSAContent->Reserve(qsizetype(lines.size()));
+    for (QStringView line : lines)
+        SSAContent->Create()->setDialog(line.toString());
+}
