@@ -16,7 +16,7 @@ public:
     QString DialogText;
     qint16 ErrNumber = 0;
 
-    void Init() {}
+    void Init(qint32 SerialNo = 0) { setSerialNo(SerialNo); }
 
     ParentT *Parent() const { return m_parent; }
     void setParent(ParentT *parent) { m_parent = parent; }
