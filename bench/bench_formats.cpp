@@ -70,13 +70,15 @@ static void BM_WriteSrt30k(benchmark::State &state)
 {
     auto events = Class::Make<CSSAContent>();
     events->ScriptType = 1;
-    QString eventText = QStringLiteral("[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, "
-                                       "MarginV, Effect, Text\r\n");
+    QString eventText
+        = QStringLiteral("[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, "
+                         "MarginV, Effect, Text\r\n");
     for (int i = 0; i < 30000; ++i)
-        eventText += QStringLiteral("Dialogue: Marked=0,%1,%2,*Default,NTP,0000,0000,0000,,{\\b1}Line %3{\\b0} of "
-                                    "the generated script\\Nsecond row.\r\n")
-                         .arg(TimeToString(i, 2), TimeToString(i + 0.8, 2))
-                         .arg(i);
+        eventText
+            += QStringLiteral("Dialogue: Marked=0,%1,%2,*Default,NTP,0000,0000,0000,,{\\b1}Line %3{\\b0} of "
+                              "the generated script\\Nsecond row.\r\n")
+                   .arg(TimeToString(i, 2), TimeToString(i + 0.8, 2))
+                   .arg(i);
     events->setContent(eventText);
     qsizetype size = 0;
     for (auto _ : state) {

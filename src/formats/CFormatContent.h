@@ -53,7 +53,7 @@ public:
     qsizetype Count() const override { return m_lines.Count(); }
     isub *item(const QString &key) override { return m_lines.Find(key); }
     isub *itemAt(qsizetype index) override { return m_lines.At(index); }
-    void Init() override {}
+    void Init() override { }
 
     Line *Item(const QString &key) const { return m_lines.Item(key); }
     Line *At(qsizetype index) const { return m_lines.At(index); }

@@ -29,7 +29,7 @@ public:
 
     const QString &Dialog() const { return m_dialog; }
 
-    void Clear() override {}
+    void Clear() override { }
 
 protected:
     // Stores the text in both fields; with `setBlank`, Blank follows the trimmed text.

@@ -9,7 +9,7 @@ QString CLRCContent::Content()
     for (CLRCContentLine *line : m_lines) {
         if (previous) {
             text += line->StartTime() != previous->EndTime() ? previous->Content()
-                                                              : previous->ContentNoEndTimeString();
+                                                             : previous->ContentNoEndTimeString();
             text += QStringLiteral("\r\n");
         }
         previous = line;

@@ -11,7 +11,7 @@ class CLRCContent : public CFormatContent<CLRCContent, CLRCContentLine>
 public:
     IFormatHost *ParentTiming = nullptr;
 
-    void Init() override {}
+    void Init() override { }
     void Init(IFormatHost *parentTiming) { ParentTiming = parentTiming; }
 
     // Each line with its end stamp where the next line doesn't start at its end.

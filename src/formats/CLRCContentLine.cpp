@@ -53,7 +53,8 @@ void CLRCContentLine::setContent(const QString &text)
     // Both cuts are right for a line that begins with its "[" only; further in they take
     // the wrong stretch, and a stretch of negative length is taken as empty.
     const qsizetype tagLength = r - p;
-    const QString tag = tagLength > 0 ? TrimView(basConvert::Mid(view, p + 1, tagLength)).toString() : QString();
+    const QString tag
+        = tagLength > 0 ? TrimView(basConvert::Mid(view, p + 1, tagLength)).toString() : QString();
     const QString rest = basConvert::Mid(view, r + 2);
     setDialog(rest);
     if (!rest.isEmpty())

@@ -6,7 +6,8 @@ using namespace basFormatRead;
 
 QString CSMIContent::Content()
 {
-    QString text = QStringLiteral("<SAMI>\r\n") + basFormatConvert::SMIHeadText() + QStringLiteral("<BODY>\r\n");
+    QString text
+        = QStringLiteral("<SAMI>\r\n") + basFormatConvert::SMIHeadText() + QStringLiteral("<BODY>\r\n");
     for (CSMIContentLine *line : m_lines) {
         text += line->Content();
         text += QStringLiteral("\r\n");

@@ -101,8 +101,8 @@ QString CSMIContentLine::SSADialog()
             const QString name = attribute.left(5).toString().toUpper();
             if (name == u"COLOR") {
                 const qsizetype eq = attribute.indexOf(u'=');
-                replacement = QStringLiteral("{\\c&H") + attributeValue(attribute.sliced(eq + 1), u'#') +
-                              QStringLiteral("&}");
+                replacement = QStringLiteral("{\\c&H") + attributeValue(attribute.sliced(eq + 1), u'#')
+                    + QStringLiteral("&}");
             } else if (name.startsWith(u"NAME")) {
                 replacement = QStringLiteral("{\\fn") + attributeValue(attribute, u'=') + u'}';
             } else if (name.startsWith(u"SIZE")) {
@@ -121,8 +121,8 @@ QString CSMIContentLine::Content()
 {
     if (Blank || (StartTime() == 0 && m_dialog.isEmpty()))
         return {};
-    return QStringLiteral("<SYNC Start=") + StartTimeString() + u'>' + m_dialog + QStringLiteral("\r\n") +
-           QStringLiteral("<SYNC Start=") + EndTimeString() + QStringLiteral("><P>&nbsp;");
+    return QStringLiteral("<SYNC Start=") + StartTimeString() + u'>' + m_dialog + QStringLiteral("\r\n")
+        + QStringLiteral("<SYNC Start=") + EndTimeString() + QStringLiteral("><P>&nbsp;");
 }
 
 void CSMIContentLine::setContent(const QString &text)
@@ -147,7 +147,6 @@ void CSMIContentLine::setContent(const QString &text)
     // Only the first "=" counts; a value that isn't a plain number leaves the start at 0.
     try {
         setStartTime(basConvert::CDbl(view.sliced(eq + 1, gt - eq - 1)) / 1000);
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
     setDialog(view.sliced(gt + 1).toString());
 }

@@ -11,7 +11,7 @@ class CSMPContent : public CFormatContent<CSMPContent, CSMPContentLine>
 public:
     IFormatHost *ParentTiming = nullptr;
 
-    void Init() override {}
+    void Init() override { }
     void Init(IFormatHost *parentTiming) { ParentTiming = parentTiming; }
 
     qint32 ScriptSubType() const { return ParentTiming ? ParentTiming->ScriptSubType() : m_subType; }

@@ -11,7 +11,7 @@ class CSSTContent : public CFormatContent<CSSTContent, CSSTContentLine>
 public:
     IFormatHost *ParentTiming = nullptr;
 
-    void Init() override {}
+    void Init() override { }
     void Init(IFormatHost *parentTiming) { ParentTiming = parentTiming; }
 
     // The head of the last file read by a list without a document.

@@ -50,7 +50,9 @@ namespace {
 class ScriptTypeSwitch
 {
 public:
-    ScriptTypeSwitch(CTiming &timing, qint32 during) : m_timing(timing), m_type(timing.ScriptType())
+    ScriptTypeSwitch(CTiming &timing, qint32 during)
+        : m_timing(timing)
+        , m_type(timing.ScriptType())
     {
         m_timing.setScriptType(during);
     }

@@ -16,8 +16,9 @@ namespace {
 
 QString eventsHead()
 {
-    return QStringLiteral("[Events]\r\n"
-                          "Format: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n");
+    return QStringLiteral(
+        "[Events]\r\n"
+        "Format: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n");
 }
 
 // The LRC form of an event line, whose times come from the stamps without their hour.
@@ -126,11 +127,12 @@ QString ContentToSMI(const CSSAContent &content)
     for (const CSSAContentLine *line : content) {
         if (line->Blank)
             continue;
-        text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->StartTime() * 1000) + QStringLiteral("><P>");
+        text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->StartTime() * 1000)
+            + QStringLiteral("><P>");
         text += line->DialogText;
         text += kLineEnd;
-        text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->EndTime() * 1000) +
-                QStringLiteral("><P>&nbsp;\r\n");
+        text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->EndTime() * 1000)
+            + QStringLiteral("><P>&nbsp;\r\n");
     }
     text += QStringLiteral("</BODY>\r\n</SAMI>");
     return text;
@@ -180,8 +182,8 @@ QString ContentToSMP(const CSSAContent &content)
             text += u'0' + line->StartTimeString().left(9) + u':' + line->DialogText + kLineEnd;
             text += u'0' + line->EndTimeString().left(9) + u':' + kLineEnd;
         } else if (subType == 1) {
-            text += frameTime(line->StartTime()) + QStringLiteral("     ") + frameTime(line->EndTime()) +
-                    QStringLiteral("     ") + line->DialogText + kLineEnd;
+            text += frameTime(line->StartTime()) + QStringLiteral("     ") + frameTime(line->EndTime())
+                + QStringLiteral("     ") + line->DialogText + kLineEnd;
         }
     }
     return text;
@@ -195,8 +197,8 @@ QString ContentToSST(const CSSAContent &content)
         if (!isWritten(line))
             continue;
         ++counter;
-        text += QString::number(counter) + QStringLiteral("\t\t") + frameTime(line->StartTime()) + u'\t' +
-                frameTime(line->EndTime()) + u'\t' + line->DialogText + kLineEnd;
+        text += QString::number(counter) + QStringLiteral("\t\t") + frameTime(line->StartTime()) + u'\t'
+            + frameTime(line->EndTime()) + u'\t' + line->DialogText + kLineEnd;
     }
     return text;
 }

@@ -38,8 +38,8 @@ protected:
     {
         for (const auto &record : prompt.Records) {
             bool known = record.Prompt == Msg("TIMING_ERR_104");
-            for (const char *key : {"TIMING_ERR_105", "TIMING_ERR_116", "TIMING_ERR_117", "TIMING_ERR_118",
-                                    "TIMING_ERR_119"})
+            for (const char *key :
+                { "TIMING_ERR_105", "TIMING_ERR_116", "TIMING_ERR_117", "TIMING_ERR_118", "TIMING_ERR_119" })
                 known = known || record.Prompt.startsWith(Msg(QString::fromLatin1(key)));
             EXPECT_TRUE(known) << record.Prompt.toStdString();
         }
@@ -55,10 +55,10 @@ protected:
 
 TEST_F(BadInput, FragmentsOfEveryFormatInRandomOrder)
 {
-    const QStringList pieces{"\r\n", "\r\n", "\r\n", "\n", "\r", " ", "\t", "-->", "<", ">", "[", "]", ":", ".",
-                             ",", "=", "<SYNC", "<SYNC Start=", "<sync", "<SAMI>", "</SAMI>", "<BODY>", "</BODY>",
-                             "<br>", "<font color=#", "&nbsp;", "{\\", "}", "\\N", "0", "1", "9", "00:00:01,000",
-                             "00:00:01.2:", "00:00:01:23", "[00:01.00]", "[ar:", "[offset:", "字", "\xF0\x9F\x8E\xB5"};
+    const QStringList pieces { "\r\n", "\r\n", "\r\n", "\n", "\r", " ", "\t", "-->", "<", ">", "[", "]", ":",
+        ".", ",", "=", "<SYNC", "<SYNC Start=", "<sync", "<SAMI>", "</SAMI>", "<BODY>", "</BODY>", "<br>",
+        "<font color=#", "&nbsp;", "{\\", "}", "\\N", "0", "1", "9", "00:00:01,000",
+        "00:00:01.2:", "00:00:01:23", "[00:01.00]", "[ar:", "[offset:", "字", "\xF0\x9F\x8E\xB5" };
     QRandomGenerator random(1234);
     for (int round = 0; round < 400; ++round) {
         QString text;
@@ -84,7 +84,8 @@ TEST_F(BadInput, BinaryJunk)
 
 TEST_F(BadInput, EmptyAndBlankTexts)
 {
-    for (const QString &text : {QString(), QStringLiteral("\r\n"), QStringLiteral("   "), QStringLiteral("\r\n\r\n  \r\n")}) {
+    for (const QString &text :
+        { QString(), QStringLiteral("\r\n"), QStringLiteral("   "), QStringLiteral("\r\n\r\n  \r\n") }) {
         readAll(text);
         EXPECT_EQ(srt.Count() + smi.Count() + lrc->Count() + smp->Count() + sst->Count(), 0);
     }
@@ -97,7 +98,7 @@ TEST_F(BadInput, HundredThousandLinesFaultAsOverflowInEveryReader)
     readAll(text);
     EXPECT_EQ(srt.Count() + lrc->Count() + smp->Count() + sst->Count(), 0);
     QStringList expected;
-    for (const char *key : {"TIMING_ERR_118", "TIMING_ERR_116", "TIMING_ERR_117", "TIMING_ERR_119"})
+    for (const char *key : { "TIMING_ERR_118", "TIMING_ERR_116", "TIMING_ERR_117", "TIMING_ERR_119" })
         expected << fault(key, "Overflow");
     QStringList shown = prompt.Messages();
     shown.removeAll(Msg("TIMING_ERR_104"));
@@ -106,7 +107,8 @@ TEST_F(BadInput, HundredThousandLinesFaultAsOverflowInEveryReader)
 
 TEST_F(BadInput, TagsWithoutClosingBracket)
 {
-    smi.setContent(QStringLiteral("<SAMI><BODY><SYNC Start=1000><P>a <b <SYNC Start=2000><P>b</BODY></SAMI>"));
+    smi.setContent(
+        QStringLiteral("<SAMI><BODY><SYNC Start=1000><P>a <b <SYNC Start=2000><P>b</BODY></SAMI>"));
     ASSERT_EQ(smi.Count(), 2);
     EXPECT_EQ(smi.At(0)->DialogText, "a <b ");
     smi.setContent(QStringLiteral("<SAMI><BODY><SYNC Start=1000><P>x</BODY"));
@@ -116,7 +118,8 @@ TEST_F(BadInput, TagsWithoutClosingBracket)
 
 TEST_F(BadInput, MissingArrowAndMissingTimes)
 {
-    srt.setContent(crlf({"1", "00:00:01,000 -- 00:00:02,000", "text", "", "2", "-->", "only arrow", "", ""}));
+    srt.setContent(
+        crlf({ "1", "00:00:01,000 -- 00:00:02,000", "text", "", "2", "-->", "only arrow", "", "" }));
     ASSERT_EQ(srt.Count(), 1);
     EXPECT_DOUBLE_EQ(srt.At(0)->StartTime(), 0);
     EXPECT_EQ(srt.At(0)->Dialog(), "only arrow");

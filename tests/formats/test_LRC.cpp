@@ -14,7 +14,7 @@ protected:
 
 TEST_F(LRC, EachLyricEndsAtTheNextStamp)
 {
-    lrc->setContent(crlf({"[00:01.46]Hello", "[00:03.00]", "[00:04.00]World", ""}));
+    lrc->setContent(crlf({ "[00:01.46]Hello", "[00:03.00]", "[00:04.00]World", "" }));
     ASSERT_EQ(lrc->Count(), 2);
     EXPECT_DOUBLE_EQ(lrc->At(0)->StartTime(), 1.46);
     EXPECT_DOUBLE_EQ(lrc->At(0)->EndTime(), 3.0);
@@ -26,7 +26,7 @@ TEST_F(LRC, EachLyricEndsAtTheNextStamp)
 
 TEST_F(LRC, LinesWithoutStampAreCommentsAndDoNotTouchEnds)
 {
-    lrc->setContent(crlf({"[00:01.00]a", "plain words", "[00:02.50]b"}));
+    lrc->setContent(crlf({ "[00:01.00]a", "plain words", "[00:02.50]b" }));
     ASSERT_EQ(lrc->Count(), 3);
     EXPECT_TRUE(lrc->At(1)->IsComment);
     EXPECT_EQ(lrc->At(1)->Dialog(), "plain words");
@@ -36,7 +36,8 @@ TEST_F(LRC, LinesWithoutStampAreCommentsAndDoNotTouchEnds)
 
 TEST_F(LRC, MetadataGoesToTheDocumentHead)
 {
-    lrc->setContent(crlf({"[ti:a:b]", "[AR:Singer]", "[al: Album ]", "[by:me]", "[offset:+500]", "[la:zh]"}));
+    lrc->setContent(
+        crlf({ "[ti:a:b]", "[AR:Singer]", "[al: Album ]", "[by:me]", "[offset:+500]", "[la:zh]" }));
     EXPECT_EQ(host.LrcName, "a:b");
     EXPECT_EQ(host.LrcArtist, "Singer");
     EXPECT_EQ(host.LrcCDName, " Album"); // the tag is trimmed as a whole, not the value
@@ -48,7 +49,7 @@ TEST_F(LRC, MetadataGoesToTheDocumentHead)
 
 TEST_F(LRC, MetadataLineEndsThePreviousLyricAtZero)
 {
-    lrc->setContent(crlf({"[00:01.00]a", "[ar:x]", "[00:05.00]b"}));
+    lrc->setContent(crlf({ "[00:01.00]a", "[ar:x]", "[00:05.00]b" }));
     ASSERT_EQ(lrc->Count(), 2);
     EXPECT_DOUBLE_EQ(lrc->At(0)->EndTime(), 0);
     EXPECT_DOUBLE_EQ(lrc->At(1)->EndTime(), 0);
@@ -71,7 +72,7 @@ TEST_F(LRC, BlanksBehindTheStampCountAsText)
 
 TEST_F(LRC, BracketFurtherInCutsTheWrongStretchWithoutHarm)
 {
-    lrc->setContent(crlf({"xx[00:01.00]yy", "Hello world [chorus]", "[00:09.00]z"}));
+    lrc->setContent(crlf({ "xx[00:01.00]yy", "Hello world [chorus]", "[00:09.00]z" }));
     ASSERT_EQ(lrc->Count(), 3);
     // Tag "00:01." and rest "0]yy": the wrong stretch, read as 1 second.
     EXPECT_DOUBLE_EQ(lrc->At(0)->StartTime(), 1);
@@ -93,9 +94,9 @@ TEST_F(LRC, WithoutDocumentLinesGetNoTime)
 
 TEST_F(LRC, OffsetThatIsNoNumberEndsTheRead)
 {
-    lrc->setContent(crlf({"[00:01.00]kept", "[offset:+/- ms]", "[00:02.00]lost"}));
+    lrc->setContent(crlf({ "[00:01.00]kept", "[offset:+/- ms]", "[00:02.00]lost" }));
     EXPECT_EQ(lrc->Count(), 1);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_116", "Type mismatch")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_116", "Type mismatch") });
 }
 
 TEST_F(LRC, TimeStringsDropTheHour)
@@ -111,11 +112,12 @@ TEST_F(LRC, TimeStringsDropTheHour)
 
 TEST_F(LRC, WritesEndStampsOnlyBeforeGaps)
 {
-    lrc->setContent(crlf({"[00:01.00]a", "[00:02.00]b", "[00:03.00]", "[00:04.00]c"}));
+    lrc->setContent(crlf({ "[00:01.00]a", "[00:02.00]b", "[00:03.00]", "[00:04.00]c" }));
     ASSERT_EQ(lrc->Count(), 3);
     EXPECT_EQ(lrc->At(0)->Content(), "[00:01.00]a\r\n[00:02.00]");
     EXPECT_EQ(lrc->At(0)->ContentNoEndTimeString(), "[00:01.00]a\r\n");
-    EXPECT_EQ(lrc->Content(), "[00:01.00]a\r\n\r\n[00:02.00]b\r\n[00:03.00]\r\n[00:04.00]c\r\n[00:00.00]\r\n");
+    EXPECT_EQ(
+        lrc->Content(), "[00:01.00]a\r\n\r\n[00:02.00]b\r\n[00:03.00]\r\n[00:04.00]c\r\n[00:00.00]\r\n");
 
     CLRCContentLine empty;
     EXPECT_EQ(empty.Content(), "");
@@ -123,12 +125,12 @@ TEST_F(LRC, WritesEndStampsOnlyBeforeGaps)
 
 TEST_F(LRC, TooManyLinesOverflow)
 {
-    QStringList lines{"[00:01.00]a"};
+    QStringList lines { "[00:01.00]a" };
     while (lines.size() < 32769)
         lines << "";
     lrc->setContent(crlf(lines));
     EXPECT_EQ(lrc->Count(), 0);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_116", "Overflow")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_116", "Overflow") });
 }
 
 } // namespace

@@ -24,7 +24,10 @@ protected:
         if (!QFileInfo(QStringLiteral(VELMAR_TESTDATA)).isDir())
             GTEST_SKIP() << "no real test files here";
     }
-    static QString path(const char *name) { return QStringLiteral(VELMAR_TESTDATA "/") + QString::fromUtf8(name); }
+    static QString path(const char *name)
+    {
+        return QStringLiteral(VELMAR_TESTDATA "/") + QString::fromUtf8(name);
+    }
     static QString text(const char *name)
     {
         const WholeFileRead read = ReadWholeFile(path(name), false);
@@ -53,7 +56,7 @@ TEST_F(RealFiles, SrtWithoutCrLfRunsOffTheEndAndReadsNothing)
         CSRTContent srt;
         srt.setContent(content);
         EXPECT_EQ(srt.Count(), 0) << name.toStdString();
-        EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_118", "Subscript out of range")})
+        EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_118", "Subscript out of range") })
             << name.toStdString();
         ++checked;
     }
@@ -68,8 +71,9 @@ TEST_F(RealFiles, SrtWithCrLfReadsEveryCue)
     ASSERT_EQ(srt.Count(), 5);
     EXPECT_DOUBLE_EQ(srt.At(0)->StartTime(), 36.03);
     EXPECT_DOUBLE_EQ(srt.At(0)->EndTime(), 40.94);
-    EXPECT_EQ(srt.At(0)->Dialog(), "- <font color=\"#D81D1D\">Subtitles Author</font> -\\N"
-                                   "-- <font color=\"#138CE7\">www.example.com</font> --");
+    EXPECT_EQ(srt.At(0)->Dialog(),
+        "- <font color=\"#D81D1D\">Subtitles Author</font> -\\N"
+        "-- <font color=\"#138CE7\">www.example.com</font> --");
     EXPECT_DOUBLE_EQ(srt.At(4)->StartTime(), 3350.38);
     EXPECT_DOUBLE_EQ(srt.At(4)->EndTime(), 3355.30);
     EXPECT_EQ(srt.At(4)->Dialog(), QString::fromUtf8("♪ Another song lyric ♪"));
@@ -91,7 +95,7 @@ TEST_F(RealFiles, SamiWithLineFeedsKeepsEverySync)
     // "&nbsp;" followed by a line feed is no longer a blank text. The line feed between
     // "<BODY>" and the first SYNC is a piece of its own that isn't blank either: it has
     // no ">", so the user is asked whether to go on.
-    const QStringList question{Msg("TIMING_ERR_104")};
+    const QStringList question { Msg("TIMING_ERR_104") };
     CSMIContent smi;
     smi.setContent(text("smi/subsrt-korean-font-color-tags.smi"));
     EXPECT_EQ(prompt.Messages(), question);
@@ -103,7 +107,7 @@ TEST_F(RealFiles, SamiWithLineFeedsKeepsEverySync)
     EXPECT_DOUBLE_EQ(smi.At(10)->EndTime(), 35999.99);
 
     prompt.Reset();
-    prompt.Answers = {MsgBoxResult::No};
+    prompt.Answers = { MsgBoxResult::No };
     smi.setContent(text("smi/subsrt-korean-font-color-tags.smi"));
     EXPECT_EQ(smi.Count(), 0);
 
@@ -229,7 +233,7 @@ TEST_F(RealFiles, TimedTextWithLineFeeds)
 TEST_F(RealFiles, EveryFileOfEveryFolderReadsByEveryReader)
 {
     // Whatever the file, no reader may fail in any other way than by its messages.
-    for (const char *folder : {"srt", "smi", "lrc", "txt", "ass", "ssa"}) {
+    for (const char *folder : { "srt", "smi", "lrc", "txt", "ass", "ssa" }) {
         for (const QString &name : files(folder)) {
             const QString content = text(name.toUtf8().constData());
             CSRTContent srt;
@@ -243,8 +247,9 @@ TEST_F(RealFiles, EveryFileOfEveryFolderReadsByEveryReader)
         }
     }
     for (const auto &record : prompt.Records)
-        EXPECT_TRUE(record.Prompt.startsWith(Msg("TIMING_ERR_118")) || record.Prompt.startsWith(Msg("TIMING_ERR_116")) ||
-                    record.Prompt.startsWith(Msg("TIMING_ERR_104")))
+        EXPECT_TRUE(record.Prompt.startsWith(Msg("TIMING_ERR_118"))
+            || record.Prompt.startsWith(Msg("TIMING_ERR_116"))
+            || record.Prompt.startsWith(Msg("TIMING_ERR_104")))
             << record.Prompt.toStdString();
 }
 

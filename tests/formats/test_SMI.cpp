@@ -10,16 +10,16 @@ protected:
     // A file around a body, in the usual layout.
     static QString file(const QString &body)
     {
-        return QStringLiteral("<SAMI>\r\n<HEAD>\r\n<TITLE>t</TITLE>\r\n</HEAD>\r\n<BODY>\r\n") + body +
-               QStringLiteral("\r\n</BODY>\r\n</SAMI>\r\n");
+        return QStringLiteral("<SAMI>\r\n<HEAD>\r\n<TITLE>t</TITLE>\r\n</HEAD>\r\n<BODY>\r\n") + body
+            + QStringLiteral("\r\n</BODY>\r\n</SAMI>\r\n");
     }
     CSMIContent smi;
 };
 
 TEST_F(SMI, EachLineEndsAtTheNextSyncOfAnyKind)
 {
-    smi.setContent(file(crlf({"<SYNC Start=1000><P>Hello<br>World", "<SYNC Start=3000><P>&nbsp;",
-                              "<SYNC Start=4000><P>Second", "<SYNC Start=6000><P>&nbsp;"})));
+    smi.setContent(file(crlf({ "<SYNC Start=1000><P>Hello<br>World", "<SYNC Start=3000><P>&nbsp;",
+        "<SYNC Start=4000><P>Second", "<SYNC Start=6000><P>&nbsp;" })));
     ASSERT_EQ(smi.Count(), 2);
     EXPECT_DOUBLE_EQ(smi.At(0)->StartTime(), 1);
     EXPECT_DOUBLE_EQ(smi.At(0)->EndTime(), 3);
@@ -46,7 +46,8 @@ TEST_F(SMI, SameStartTwiceGivesAnEndEqualToTheStart)
 
 TEST_F(SMI, SectionTagsIgnoreCaseButTheSyncSplitDoesNot)
 {
-    smi.setContent(QStringLiteral("<sami><body><sync start=1000><p>one<sync start=2000><p>two</body></sami>"));
+    smi.setContent(
+        QStringLiteral("<sami><body><sync start=1000><p>one<sync start=2000><p>two</body></sami>"));
     ASSERT_EQ(smi.Count(), 1);
     EXPECT_DOUBLE_EQ(smi.At(0)->StartTime(), 1);
     EXPECT_EQ(smi.At(0)->DialogText, "onetwo");
@@ -71,7 +72,7 @@ TEST_F(SMI, AllSectionsAreJoined)
 
 TEST_F(SMI, LineEndsInsideTagsAreRemovedFirst)
 {
-    smi.setContent(file(crlf({"<SYNC Start", "=  7007 ><P>x"})));
+    smi.setContent(file(crlf({ "<SYNC Start", "=  7007 ><P>x" })));
     ASSERT_EQ(smi.Count(), 1);
     EXPECT_DOUBLE_EQ(smi.At(0)->StartTime(), 7.007);
 }
@@ -87,16 +88,17 @@ TEST_F(SMI, StartThatIsNoPlainNumberIsZero)
 
 TEST_F(SMI, BadPieceAsksAndNoStops)
 {
-    const QString body = QStringLiteral("<SYNC Start=1000><P>a<SYNC Start 2000 no tag end<SYNC Start=3000><P>c");
-    prompt.Answers = {MsgBoxResult::No};
+    const QString body
+        = QStringLiteral("<SYNC Start=1000><P>a<SYNC Start 2000 no tag end<SYNC Start=3000><P>c");
+    prompt.Answers = { MsgBoxResult::No };
     smi.setContent(file(body));
     ASSERT_EQ(smi.Count(), 1);
-    EXPECT_EQ(prompt.Messages(), QStringList{Msg("TIMING_ERR_104")});
+    EXPECT_EQ(prompt.Messages(), QStringList { Msg("TIMING_ERR_104") });
     EXPECT_EQ(prompt.Records[0].Style, MsgBoxStyle::YesNo);
     EXPECT_DOUBLE_EQ(smi.At(0)->EndTime(), 0);
 
     prompt.Reset();
-    prompt.Answers = {MsgBoxResult::Yes};
+    prompt.Answers = { MsgBoxResult::Yes };
     smi.setContent(file(body));
     ASSERT_EQ(smi.Count(), 2);
     // The bad piece still counts as a SYNC: it ends "a" at its own start, 0.
@@ -177,8 +179,9 @@ TEST_F(SMI, WritesHeadBodyAndClosingSyncs)
     EXPECT_EQ(smi.At(0)->Content(), "<SYNC Start=1000><P>Hello\r\n<SYNC Start=2500><P>&nbsp;");
     const QString text = smi.Content();
     EXPECT_TRUE(text.startsWith("<SAMI>\r\n<HEAD>\r\n<TITLE></TITLE>\r\n<!-- Velmar -->\r\n"));
-    EXPECT_TRUE(text.endsWith("</HEAD>\r\n<BODY>\r\n<SYNC Start=1000><P>Hello\r\n<SYNC Start=2500><P>&nbsp;\r\n"
-                              "</BODY>\r\n</SAMI>"));
+    EXPECT_TRUE(
+        text.endsWith("</HEAD>\r\n<BODY>\r\n<SYNC Start=1000><P>Hello\r\n<SYNC Start=2500><P>&nbsp;\r\n"
+                      "</BODY>\r\n</SAMI>"));
 
     CSMIContentLine empty;
     empty.Blank = false;
@@ -189,7 +192,7 @@ TEST_F(SMI, TooManyPiecesOverflow)
 {
     smi.setContent(file(QStringLiteral("<SYNC Start=1000><P>x").repeated(32769)));
     EXPECT_EQ(smi.Count(), 0);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_105", "Overflow")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_105", "Overflow") });
 }
 
 } // namespace

@@ -15,7 +15,7 @@ protected:
 TEST_F(SMP, SubTypeZeroEndsAtTheNextStart)
 {
     host.SubType = 1;
-    smp->setContent(crlf({"00:00:01.2:Hello", "00:00:03.4:", ""}));
+    smp->setContent(crlf({ "00:00:01.2:Hello", "00:00:03.4:", "" }));
     EXPECT_EQ(host.SubType, 0);
     ASSERT_EQ(smp->Count(), 2);
     EXPECT_DOUBLE_EQ(smp->At(0)->StartTime(), 1.2);
@@ -29,7 +29,7 @@ TEST_F(SMP, SubTypeZeroEndsAtTheNextStart)
 
 TEST_F(SMP, LinesWithoutTimeAreCommentsThatDisturbNothing)
 {
-    smp->setContent(crlf({"00:00:01.2:A", "  a note", "garbage", "10:00:05.0:B"}));
+    smp->setContent(crlf({ "00:00:01.2:A", "  a note", "garbage", "10:00:05.0:B" }));
     ASSERT_EQ(smp->Count(), 4);
     EXPECT_TRUE(smp->At(1)->IsComment);
     EXPECT_EQ(smp->At(1)->Dialog(), "  a note");
@@ -42,7 +42,8 @@ TEST_F(SMP, LinesWithoutTimeAreCommentsThatDisturbNothing)
 
 TEST_F(SMP, SubTypeOneHasItsOwnEnd)
 {
-    smp->setContent(crlf({"00:00:01:23     00:00:03:45     Hello  big   world", "00:00:04:00 00:00:05:50 x"}));
+    smp->setContent(
+        crlf({ "00:00:01:23     00:00:03:45     Hello  big   world", "00:00:04:00 00:00:05:50 x" }));
     EXPECT_EQ(host.SubType, 1);
     ASSERT_EQ(smp->Count(), 2);
     EXPECT_DOUBLE_EQ(smp->At(0)->StartTime(), 1.23);
@@ -54,17 +55,17 @@ TEST_F(SMP, SubTypeOneHasItsOwnEnd)
 TEST_F(SMP, SubTypeIsDecidedByTheFirstLineThatCan)
 {
     host.SubType = 0;
-    smp->setContent(crlf({"", "header line", "short", "00:00:01:23     00:00:03:45     Hi"}));
+    smp->setContent(crlf({ "", "header line", "short", "00:00:01:23     00:00:03:45     Hi" }));
     EXPECT_EQ(host.SubType, 1);
     host.SubType = 1;
-    smp->setContent(crlf({"nothing", "decides"}));
+    smp->setContent(crlf({ "nothing", "decides" }));
     EXPECT_EQ(host.SubType, 1);
 }
 
 TEST_F(SMP, SubTypeOneLineWithoutBlanksDoesNoHarm)
 {
     host.SubType = 1;
-    smp->setContent(crlf({"xxxxxxxx:x", "00:00:01:23"}));
+    smp->setContent(crlf({ "xxxxxxxx:x", "00:00:01:23" }));
     ASSERT_EQ(smp->Count(), 2);
     EXPECT_DOUBLE_EQ(smp->At(1)->StartTime(), 1.23);
     EXPECT_DOUBLE_EQ(smp->At(1)->EndTime(), 0);
@@ -103,7 +104,7 @@ TEST_F(SMP, TooManyLinesOverflow)
 {
     smp->setContent(QStringLiteral("00:00:01.2:x\r\n").repeated(32768));
     EXPECT_EQ(smp->Count(), 0);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_117", "Overflow")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_117", "Overflow") });
 }
 
 } // namespace

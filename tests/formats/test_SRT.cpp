@@ -12,8 +12,8 @@ protected:
 
 TEST_F(SRT, ReadsBlocksWithLineBreaksAsBackslashN)
 {
-    srt.setContent(crlf({"1", "00:00:01,000 --> 00:00:03,500", "Hello", "<i>World</i>", "", "2",
-                         "00:00:04,250 --> 00:00:05,000", "Second", "", ""}));
+    srt.setContent(crlf({ "1", "00:00:01,000 --> 00:00:03,500", "Hello", "<i>World</i>", "", "2",
+        "00:00:04,250 --> 00:00:05,000", "Second", "", "" }));
     ASSERT_EQ(srt.Count(), 2);
     const CSRTContentLine *first = srt.At(0);
     EXPECT_DOUBLE_EQ(first->StartTime(), 1.0);
@@ -38,18 +38,18 @@ TEST_F(SRT, EmptyTextGivesNothingAndNoMessage)
 
 TEST_F(SRT, LastBlockWithoutStopLineFaultsAndEarlierBlocksStay)
 {
-    srt.setContent(crlf({"1", "00:00:01,000 --> 00:00:02,000", "Kept", "", "2", "00:00:03,000 --> 00:00:04,000",
-                         "Lost"}));
+    srt.setContent(crlf(
+        { "1", "00:00:01,000 --> 00:00:02,000", "Kept", "", "2", "00:00:03,000 --> 00:00:04,000", "Lost" }));
     ASSERT_EQ(srt.Count(), 1);
     EXPECT_EQ(srt.At(0)->Dialog(), "Kept");
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_118", "Subscript out of range")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_118", "Subscript out of range") });
 }
 
 TEST_F(SRT, TimeLineAsLastElementFaults)
 {
-    srt.setContent(crlf({"1", "00:00:01,000 --> 00:00:02,000"}));
+    srt.setContent(crlf({ "1", "00:00:01,000 --> 00:00:02,000" }));
     EXPECT_EQ(srt.Count(), 0);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_118", "Subscript out of range")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_118", "Subscript out of range") });
 }
 
 TEST_F(SRT, BareLineFeedsDoNotSplit)
@@ -93,10 +93,9 @@ TEST_F(SRT, NegativeAndNaNTimesStoreZero)
 
 TEST_F(SRT, BlockBoundaries)
 {
-    srt.setContent(crlf({"00:00:01,000 -->", "No end", "", "00:00:02,000 --> 00:00:03,000", "A", "   ", "dropped",
-                         "00:00:04,000 --> 00:00:05,000", "B", "\t", "C", "", "00:00:06,000 --> 00:00:07,000",
-                         "00:00:08,000 --> 00:00:09,000", "\r", "also dropped", "00:00:10,000 --> 00:00:11,000",
-                         "", ""}));
+    srt.setContent(crlf({ "00:00:01,000 -->", "No end", "", "00:00:02,000 --> 00:00:03,000", "A", "   ",
+        "dropped", "00:00:04,000 --> 00:00:05,000", "B", "\t", "C", "", "00:00:06,000 --> 00:00:07,000",
+        "00:00:08,000 --> 00:00:09,000", "\r", "also dropped", "00:00:10,000 --> 00:00:11,000", "", "" }));
     ASSERT_EQ(srt.Count(), 5);
     EXPECT_DOUBLE_EQ(srt.At(0)->StartTime(), 1);
     EXPECT_DOUBLE_EQ(srt.At(0)->EndTime(), 0);
@@ -114,22 +113,23 @@ TEST_F(SRT, BlockBoundaries)
 
 TEST_F(SRT, IndexLinesChangeNothing)
 {
-    srt.setContent(crlf({"7", "00:00:01,000 --> 00:00:02,000", "a", "", "7", "junk", "00:00:03,000 --> 00:00:04,000",
-                         "b", "", ""}));
+    srt.setContent(crlf({ "7", "00:00:01,000 --> 00:00:02,000", "a", "", "7", "junk",
+        "00:00:03,000 --> 00:00:04,000", "b", "", "" }));
     ASSERT_EQ(srt.Count(), 2);
     EXPECT_EQ(srt.At(1)->Dialog(), "b");
 }
 
 TEST_F(SRT, WritesNumberedBlocks)
 {
-    srt.setContent(crlf({"5", "00:00:01,000 --> 00:00:03,500", "Hello", "World", "", ""}));
+    srt.setContent(crlf({ "5", "00:00:01,000 --> 00:00:03,500", "Hello", "World", "", "" }));
     EXPECT_EQ(srt.Content(), "1\r\n 0:00:01,000 -->  0:00:03,500\r\nHello\\NWorld\r\n\r\n");
     EXPECT_EQ(srt.Dialog(), "Hello\\NWorld\r\n");
 }
 
 TEST_F(SRT, SerialNumbersNeverRepeatAcrossReads)
 {
-    const QString text = crlf({"00:00:01,000 --> 00:00:02,000", "a", "", "00:00:03,000 --> 00:00:04,000", "b", ""});
+    const QString text
+        = crlf({ "00:00:01,000 --> 00:00:02,000", "a", "", "00:00:03,000 --> 00:00:04,000", "b", "" });
     srt.setContent(text);
     srt.setContent(text);
     ASSERT_EQ(srt.Count(), 2);
@@ -149,7 +149,7 @@ TEST_F(SRT, SerialNumbersNeverRepeatAcrossReads)
 
 TEST_F(SRT, SixteenBitLineIndex)
 {
-    QStringList lines{"00:00:01,000 --> 00:00:02,000", "a", ""};
+    QStringList lines { "00:00:01,000 --> 00:00:02,000", "a", "" };
     while (lines.size() < 32768)
         lines << "x";
     srt.setContent(crlf(lines));
@@ -159,7 +159,7 @@ TEST_F(SRT, SixteenBitLineIndex)
     lines << "x";
     srt.setContent(crlf(lines));
     EXPECT_EQ(srt.Count(), 0);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_118", "Overflow")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_118", "Overflow") });
 }
 
 } // namespace

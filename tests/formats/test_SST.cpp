@@ -14,8 +14,8 @@ protected:
 
 TEST_F(SST, HeadThenTabSeparatedPages)
 {
-    sst->setContent(crlf({"st_format 2", "", "SP_NUMBER   START   END FILE_NAME", "1\t\t00:00:23:26\t00:00:25:23\t1.1.bmp",
-                          "2\t\t00:01:00:00\t00:01:02:50\t 1.2.bmp", ""}));
+    sst->setContent(crlf({ "st_format 2", "", "SP_NUMBER   START   END FILE_NAME",
+        "1\t\t00:00:23:26\t00:00:25:23\t1.1.bmp", "2\t\t00:01:00:00\t00:01:02:50\t 1.2.bmp", "" }));
     EXPECT_EQ(host.SSTHead, "st_format 2\r\n\r\nSP_NUMBER   START   END FILE_NAME");
     ASSERT_EQ(sst->Count(), 2);
     EXPECT_DOUBLE_EQ(sst->At(0)->StartTime(), 23.26);
@@ -27,7 +27,7 @@ TEST_F(SST, HeadThenTabSeparatedPages)
 
 TEST_F(SST, FileWithoutPagesIsAllHead)
 {
-    const QString text = crlf({"st_format 2", "TV_Type NTSC", ""});
+    const QString text = crlf({ "st_format 2", "TV_Type NTSC", "" });
     sst->setContent(text);
     EXPECT_EQ(host.SSTHead, text);
     EXPECT_EQ(sst->Count(), 0);
@@ -35,7 +35,8 @@ TEST_F(SST, FileWithoutPagesIsAllHead)
 
 TEST_F(SST, AnyLineBeginningWithADigitIsAPage)
 {
-    sst->setContent(crlf({"st_format 2", "  3D header", "Display_Area (0 2 719 479)", "1\t\t00:00:01:00\t00:00:02:00\ta"}));
+    sst->setContent(crlf(
+        { "st_format 2", "  3D header", "Display_Area (0 2 719 479)", "1\t\t00:00:01:00\t00:00:02:00\ta" }));
     EXPECT_EQ(host.SSTHead, "st_format 2");
     ASSERT_EQ(sst->Count(), 2);
     // The header line is read as a page with no fields.
@@ -70,7 +71,7 @@ TEST_F(SST, TimeStringsAndLineForm)
 TEST_F(SST, ListWithoutDocumentKeepsTheHead)
 {
     CSSTContent alone;
-    alone.setContent(crlf({"head", "1\t\t00:00:01:00\t00:00:02:00\ta"}));
+    alone.setContent(crlf({ "head", "1\t\t00:00:01:00\t00:00:02:00\ta" }));
     EXPECT_EQ(alone.SSTHead(), "head");
     EXPECT_EQ(alone.Count(), 1);
 }
@@ -79,7 +80,7 @@ TEST_F(SST, TooManyLinesOverflow)
 {
     sst->setContent(QStringLiteral("1\t\t00:00:01:00\t00:00:02:00\ta\r\n").repeated(32768));
     EXPECT_EQ(sst->Count(), 0);
-    EXPECT_EQ(prompt.Messages(), QStringList{fault("TIMING_ERR_119", "Overflow")});
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_119", "Overflow") });
 }
 
 } // namespace

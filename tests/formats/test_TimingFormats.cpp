@@ -37,7 +37,7 @@ protected:
 
 TEST_F(TimingFormats, SrtFileBecomesEventsAndComesBackWithoutTheThirdDecimal)
 {
-    open(4, crlf({"1", "00:00:25,369 --> 00:00:27,001", "Hello", "World", "", ""}));
+    open(4, crlf({ "1", "00:00:25,369 --> 00:00:27,001", "Hello", "World", "", "" }));
     EXPECT_EQ(timing->ScriptType(), 4);
     const CSSAContent &events = *timing->SSAContent;
     ASSERT_GE(events.Count(), 1);
@@ -52,7 +52,7 @@ TEST_F(TimingFormats, SrtFileBecomesEventsAndComesBackWithoutTheThirdDecimal)
 
 TEST_F(TimingFormats, LrcTagsGoToTheHeadAndAreWrittenBack)
 {
-    open(8, crlf({"[ti:song]", "[ar:me]", "[offset:-20]", "[00:01.00]a", "[00:02.00]b", "[00:04.00]", ""}));
+    open(8, crlf({ "[ti:song]", "[ar:me]", "[offset:-20]", "[00:01.00]a", "[00:02.00]b", "[00:04.00]", "" }));
     EXPECT_EQ(timing->ScriptInfo->LrcName(), "song");
     EXPECT_EQ(timing->ScriptInfo->LrcArtist(), "me");
     EXPECT_DOUBLE_EQ(timing->ScriptInfo->LrcOffset(), -20);
@@ -61,22 +61,24 @@ TEST_F(TimingFormats, LrcTagsGoToTheHeadAndAreWrittenBack)
 
 TEST_F(TimingFormats, SstHeadGoesToTheHeadAndPagesAreNumberedAnew)
 {
-    open(9, crlf({"st_format 2", "SP_NUMBER   START   END FILE_NAME", "7\t\t00:00:23:26\t00:00:25:23\t1.1.bmp",
-                  "9\t\t00:00:26:00\t00:00:27:00\t1.2.bmp", ""}));
+    open(9,
+        crlf({ "st_format 2", "SP_NUMBER   START   END FILE_NAME", "7\t\t00:00:23:26\t00:00:25:23\t1.1.bmp",
+            "9\t\t00:00:26:00\t00:00:27:00\t1.2.bmp", "" }));
     EXPECT_EQ(timing->ScriptInfo->SSTHead, "st_format 2\r\nSP_NUMBER   START   END FILE_NAME");
-    EXPECT_EQ(save(), "st_format 2\r\nSP_NUMBER   START   END FILE_NAME\r\n"
-                      "1\t\t00:00:23:26\t00:00:25:23\t1.1.bmp\r\n"
-                      "2\t\t00:00:26:00\t00:00:27:00\t1.2.bmp\r\n");
+    EXPECT_EQ(save(),
+        "st_format 2\r\nSP_NUMBER   START   END FILE_NAME\r\n"
+        "1\t\t00:00:23:26\t00:00:25:23\t1.1.bmp\r\n"
+        "2\t\t00:00:26:00\t00:00:27:00\t1.2.bmp\r\n");
 }
 
 TEST_F(TimingFormats, SmpSubTypeIsTheDocumentsAndIsWrittenBackTheSameWay)
 {
-    open(5, crlf({"00:00:01:23     00:00:03:45     Hello  there"}));
+    open(5, crlf({ "00:00:01:23     00:00:03:45     Hello  there" }));
     EXPECT_EQ(timing->ScriptSubType(), 1);
     EXPECT_EQ(timing->SSAContent->ScriptSubType, 1);
     EXPECT_EQ(save(), "00:00:01:23     00:00:03:45     Hello  there\r\n");
 
-    open(5, crlf({"00:00:01.2:Hello", "00:00:03.4:", ""}));
+    open(5, crlf({ "00:00:01.2:Hello", "00:00:03.4:", "" }));
     EXPECT_EQ(timing->ScriptSubType(), 0);
     // The end mark is a blank line: it ends "Hello" and becomes no event of its own.
     EXPECT_EQ(save(), "00:00:01.2:Hello\r\n00:00:03.4:\r\n");
@@ -104,7 +106,8 @@ TEST_F(TimingFormats, TypeComesBackWhenTheEventsFault)
     // 32,767 SYNCs fit the SAMI reader, but their events are more lines than the event
     // list reads.
     timing->setScriptType(3);
-    formats.ReadBody(3, "<SAMI><BODY>" + QStringLiteral("<SYNC Start=1000><P>x").repeated(32767) + "</BODY></SAMI>");
+    formats.ReadBody(
+        3, "<SAMI><BODY>" + QStringLiteral("<SYNC Start=1000><P>x").repeated(32767) + "</BODY></SAMI>");
     EXPECT_EQ(formats.SMIContent->Count(), 32767);
     EXPECT_THROW(formats.FillEvents(), VelmarError);
     EXPECT_EQ(timing->ScriptType(), 3);
