@@ -1,8 +1,10 @@
 #include "core/Class.h"
 #include "core/basTime.h"
 #include "formats/CSRTContent.h"
+#include "formats/CTimingFormats.h"
 #include "formats/basFormatConvert.h"
 #include "script/CSSAContent.h"
+#include "script/CTiming.h"
 
 #include <benchmark/benchmark.h>
 
@@ -27,15 +29,16 @@ QString generatedSrt(int cues)
     return text;
 }
 
-// The way a timing document reads an SRT: the format list, then its lines as events.
-qsizetype readSrtAsEvents(const QString &srtText)
+// A timing document reads an SRT: the file into its list, the list into the events.
+qsizetype readSrtIntoDocument(const QString &srtText)
 {
-    CSRTContent srt;
-    srt.setContent(srtText);
-    auto events = Class::Make<CSSAContent>();
-    events->ScriptType = 1;
-    events->setContent(basFormatConvert::SRTToEvents(srt));
-    return srt.Count();
+    auto timing = Class::Make<CTiming>();
+    CTimingFormats formats;
+    formats.Init(timing.get());
+    timing->setScriptType(4);
+    formats.ReadBody(4, srtText);
+    formats.FillEvents();
+    return formats.SRTContent->Count();
 }
 
 void readSrt(benchmark::State &state, int cues)
@@ -43,7 +46,7 @@ void readSrt(benchmark::State &state, int cues)
     const QString text = generatedSrt(cues);
     qsizetype read = 0;
     for (auto _ : state)
-        benchmark::DoNotOptimize(read = readSrtAsEvents(text));
+        benchmark::DoNotOptimize(read = readSrtIntoDocument(text));
     state.SetBytesProcessed(state.iterations() * text.size() * 2);
     state.counters["cues_read"] = double(read);
 }
@@ -65,11 +68,12 @@ static void BM_ReadSrt8k(benchmark::State &state)
 }
 BENCHMARK(BM_ReadSrt8k)->Unit(benchmark::kMillisecond);
 
-// 30,000 event lines assembled as an SRT file.
+// A document of 30,000 event lines assembled as an SRT file.
 static void BM_WriteSrt30k(benchmark::State &state)
 {
-    auto events = Class::Make<CSSAContent>();
-    events->ScriptType = 1;
+    auto timing = Class::Make<CTiming>();
+    CTimingFormats formats;
+    formats.Init(timing.get());
     QString eventText
         = QStringLiteral("[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, "
                          "MarginV, Effect, Text\r\n");
@@ -79,15 +83,18 @@ static void BM_WriteSrt30k(benchmark::State &state)
                               "the generated script\\Nsecond row.\r\n")
                    .arg(TimeToString(i, 2), TimeToString(i + 0.8, 2))
                    .arg(i);
-    events->setContent(eventText);
+    timing->setScriptType(1);
+    timing->SSAContent->Read(eventText);
+    timing->setScriptType(4);
     qsizetype size = 0;
     for (auto _ : state) {
-        const QString srt = basFormatConvert::ContentToSRT(*events);
+        QString srt;
+        formats.AssembleBody(4, srt);
         size = srt.size();
         benchmark::DoNotOptimize(srt);
     }
     state.SetBytesProcessed(state.iterations() * size * 2);
-    state.counters["lines"] = double(events->Count());
+    state.counters["lines"] = double(timing->SSAContent->Count());
 }
 BENCHMARK(BM_WriteSrt30k)->Unit(benchmark::kMillisecond);
 
