@@ -188,6 +188,18 @@ TEST_F(SMI, WritesHeadBodyAndClosingSyncs)
     EXPECT_EQ(empty.Content(), "");
 }
 
+TEST_F(SMI, SerialCounterIsSixteenBitAndSurvivesClear)
+{
+    // Keys never repeat, so a list that has numbered 32,767 lines can take no more.
+    const QString full = file(QStringLiteral("<SYNC Start=1000><P>x").repeated(32767));
+    smi.setContent(full);
+    EXPECT_EQ(smi.Count(), 32767);
+    EXPECT_TRUE(prompt.Records.isEmpty());
+    smi.setContent(file("<SYNC Start=1000><P>one more"));
+    EXPECT_EQ(smi.Count(), 0);
+    EXPECT_EQ(prompt.Messages(), QStringList { fault("TIMING_ERR_105", "Overflow") });
+}
+
 TEST_F(SMI, TooManyPiecesOverflow)
 {
     smi.setContent(file(QStringLiteral("<SYNC Start=1000><P>x").repeated(32769)));

@@ -147,6 +147,21 @@ TEST_F(SRT, SerialNumbersNeverRepeatAcrossReads)
     EXPECT_EQ(srt.SerialNo(), 5);
 }
 
+TEST_F(SRT, CollectionMembers)
+{
+    srt.setContent(
+        crlf({ "00:00:01,000 --> 00:00:02,000", "a", "", "00:00:03,000 --> 00:00:04,000", "b", "" }));
+    EXPECT_EQ(srt.item("2"), srt.At(1));
+    EXPECT_EQ(srt.item("9"), nullptr);
+    srt.Delete("1");
+    ASSERT_EQ(srt.Count(), 1);
+    EXPECT_EQ(srt.At(0)->Dialog(), "b");
+    EXPECT_THROW(srt.Delete("1"), VelmarError);
+    srt.Clear();
+    EXPECT_EQ(srt.Count(), 0);
+    EXPECT_EQ(srt.SerialNo(), 2);
+}
+
 TEST_F(SRT, SixteenBitLineIndex)
 {
     QStringList lines { "00:00:01,000 --> 00:00:02,000", "a", "" };
