@@ -14,8 +14,8 @@ using basScript::TrimView;
 namespace {
 
 // SSA position numbers and their ASS keypad numbers, in the same order.
-constexpr int ssaNumbers[] = {1, 2, 3, 5, 6, 7, 9, 10, 11};
-constexpr int assNumbers[] = {1, 2, 3, 7, 8, 9, 4, 5, 6};
+constexpr int ssaNumbers[] = { 1, 2, 3, 5, 6, 7, 9, 10, 11 };
+constexpr int assNumbers[] = { 1, 2, 3, 7, 8, 9, 4, 5, 6 };
 
 } // namespace
 
@@ -98,8 +98,7 @@ void CFont::setAngle(QStringView value)
 {
     try {
         m_angle = CDbl(value);
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
 }
 
 void CFont::Parse(QStringView s)
@@ -134,8 +133,7 @@ void CFont::Parse(QStringView s)
             return;
         try {
             assign(TrimView(parts[i]));
-        } catch (const VelmarError &) {
-        }
+        } catch (const VelmarError &) { }
     };
     auto int16 = [&](qint16 &target) { next([&](QStringView v) { target = CInt(v); }); };
     auto dbl = [&](double &target) { next([&](QStringView v) { target = CDbl(v); }); };
@@ -191,7 +189,7 @@ QString CFont::Content()
     out += u"Style: ";
     out += m_styleName + comma + m_fontName + comma + QString::number(m_fontSize) + comma;
     if (ssa) {
-        for (qint32 c : {m_primary, m_secondary, m_tertiary, m_back})
+        for (qint32 c : { m_primary, m_secondary, m_tertiary, m_back })
             out += ColourToHex(c) + comma;
     } else {
         out += ColourToHex(m_primary, PrimaryAlpha) + comma;
@@ -205,7 +203,7 @@ QString CFont::Content()
         out += CStr(m_scaleX) + comma + CStr(m_scaleY) + comma + CStr(m_spacing) + comma + Angle() + comma;
     }
     out += QString::number(m_borderStyle) + comma + QString::number(m_outlineWidth) + comma
-           + QString::number(m_shadow) + comma;
+        + QString::number(m_shadow) + comma;
     out += (ssa ? ASSAlignToSSA(m_alignment) : QString::number(m_alignment)) + comma;
     out += CStr(m_marginL) + comma + CStr(m_marginR) + comma + CStr(m_marginV) + comma;
     if (ssa)

@@ -111,7 +111,7 @@ public:
     // Parses one "Style:" line; the outcome is in ErrNumber.
     void setContent(const QString &text) override { Parse(text); }
     void Parse(QStringView text);
-    void Clear() override {}
+    void Clear() override { }
 
 private:
     static void setColour(QStringView value, qint32 &colour, qint32 *alpha);

@@ -46,7 +46,8 @@ CFont *CFonts::Add(std::unique_ptr<CFont> font)
         if (sameName) {
             font->OriginalStyleName = font->StyleName();
             font->setStyleName(font->StyleName() + u'(' + basConvert::CStr(qint64(m_counter)) + u')');
-            MsgBox(QStringLiteral("加入字体警告: 已存在相同名字的字体,自动改名后加入[") + font->StyleName() + u']');
+            MsgBox(QStringLiteral("加入字体警告: 已存在相同名字的字体,自动改名后加入[") + font->StyleName()
+                + u']');
         }
         const QString name = font->StyleName();
         CFont *raw = m_fonts.Add(name, std::move(font));
@@ -74,13 +75,13 @@ QString CFonts::GetOriginalStyleName(const QString &key) const
 bool CFonts::IsSameFont(const CFont &a, const CFont &b)
 {
     return a.FontName() == b.FontName() && a.FontSize() == b.FontSize()
-           && a.PrimaryColourValue() == b.PrimaryColourValue()
-           && a.SecondaryColourValue() == b.SecondaryColourValue()
-           && a.TertiaryColourValue() == b.TertiaryColourValue() && a.BackColourValue() == b.BackColourValue()
-           && a.Bold() == b.Bold() && a.Italic() == b.Italic() && a.BorderStyle() == b.BorderStyle()
-           && a.Outline() == b.Outline() && a.Shadow() == b.Shadow() && a.Alignment() == b.Alignment()
-           && a.MarginL() == b.MarginL() && a.MarginR() == b.MarginR() && a.MarginV() == b.MarginV()
-           && a.AlphaLevel() == b.AlphaLevel() && a.Encoding() == b.Encoding();
+        && a.PrimaryColourValue() == b.PrimaryColourValue()
+        && a.SecondaryColourValue() == b.SecondaryColourValue()
+        && a.TertiaryColourValue() == b.TertiaryColourValue() && a.BackColourValue() == b.BackColourValue()
+        && a.Bold() == b.Bold() && a.Italic() == b.Italic() && a.BorderStyle() == b.BorderStyle()
+        && a.Outline() == b.Outline() && a.Shadow() == b.Shadow() && a.Alignment() == b.Alignment()
+        && a.MarginL() == b.MarginL() && a.MarginR() == b.MarginR() && a.MarginV() == b.MarginV()
+        && a.AlphaLevel() == b.AlphaLevel() && a.Encoding() == b.Encoding();
 }
 
 std::unique_ptr<CFont> CFonts::CopyFont(const CFont &src)
@@ -155,8 +156,9 @@ void CFonts::Read(QStringView text)
         font->Parse(line);
         CFont *added = nullptr;
         if (font->ErrNumber != 0) {
-            const QString question = Msg(QStringLiteral("FONT_MSG_101")) + QStringLiteral(": ") + line.toString()
-                                     + QStringLiteral("\r\n建议取消打开操作，重新打开文件，并选择正确的文件格式。继续读取字体吗?");
+            const QString question = Msg(QStringLiteral("FONT_MSG_101")) + QStringLiteral(": ")
+                + line.toString()
+                + QStringLiteral("\r\n建议取消打开操作，重新打开文件，并选择正确的文件格式。继续读取字体吗?");
             if (MsgBox(question, MsgBoxStyle::YesNo) == MsgBoxResult::No)
                 return;
         } else {
@@ -172,12 +174,16 @@ QString CFonts::Content()
 {
     QString out;
     if (ScriptType == 1) {
-        out += u"[V4 Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, TertiaryColour, "
-               u"BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, "
+        out += u"[V4 Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, "
+               u"TertiaryColour, "
+               u"BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, "
+               u"MarginV, "
                u"AlphaLevel, Encoding\r\n";
     } else if (ScriptType == 2) {
-        out += u"[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, "
-               u"BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, "
+        out += u"[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, "
+               u"OutlineColour, "
+               u"BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, "
+               u"BorderStyle, "
                u"Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\r\n";
     } else {
         return out;
@@ -188,8 +194,10 @@ QString CFonts::Content()
     }
     if (m_fonts.IsEmpty()) {
         out += ScriptType == 1
-                   ? u"Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134\r\n"
-                   : u"Style: Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,100,100,0,0.00,1,2,3,2,20,20,25,134\r\n";
+            ? u"Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134\r\n"
+            : u"Style: "
+              u"Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,100,100,0,0.00,1,2,3,"
+              u"2,20,20,25,134\r\n";
     }
     return out;
 }

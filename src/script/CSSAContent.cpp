@@ -9,15 +9,15 @@ using namespace basScript;
 
 namespace {
 
-const QString flagWords[3] = {QStringLiteral("下一行已被修改"), QStringLiteral("下一行有疑问"),
-                              QStringLiteral("下一行不需要检查时间轴")};
+const QString flagWords[3] = { QStringLiteral("下一行已被修改"), QStringLiteral("下一行有疑问"),
+    QStringLiteral("下一行不需要检查时间轴") };
 
 // A generated comment line that speaks of the next line: "// Velmar注释: ..." at time 0.
 bool isFlagLine(const CSSAContentLine &line)
 {
     const QString &dialog = line.Dialog();
     return LTrimView(dialog).startsWith(u"//") && dialog.contains(u"VELMAR注释", Qt::CaseInsensitive)
-           && line.StartTime() == 0 && line.EndTime() == 0;
+        && line.StartTime() == 0 && line.EndTime() == 0;
 }
 
 } // namespace
@@ -172,7 +172,7 @@ void CSSAContent::Read(QStringView text)
     if (i >= n)
         return;
     m_lines.Reserve(n - i);
-    bool pending[3] = {false, false, false};
+    bool pending[3] = { false, false, false };
     for (++i; i < n; ++i) {
         CheckLineIndex(i);
         const QStringView raw = lines[size_t(i)];
@@ -180,7 +180,8 @@ void CSSAContent::Read(QStringView text)
         line->setParent(this);
         line->Parse(raw);
         if (line->ErrNumber != 0) {
-            const QString question = Msg(QStringLiteral("TIMING_ERR_104")) + QStringLiteral(":\r\n") + raw.toString();
+            const QString question
+                = Msg(QStringLiteral("TIMING_ERR_104")) + QStringLiteral(":\r\n") + raw.toString();
             if (MsgBox(question, MsgBoxStyle::YesNo) == MsgBoxResult::No)
                 return;
             continue;
@@ -215,8 +216,9 @@ QString CSSAContent::Content()
     for (const CSSAContentLine *line : m_lines) {
         const qsizetype before = out.size();
         if (line->m_Changed || line->m_Question || line->m_DisableCheckTiming) {
-            out += ssa ? u"Comment: Marked=0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: "
-                       : u"Comment: 0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ";
+            out += ssa
+                ? u"Comment: Marked=0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: "
+                : u"Comment: 0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ";
             if (line->m_Changed)
                 out += u"下一行已被修改 ";
             if (line->m_Question)

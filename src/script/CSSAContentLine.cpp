@@ -206,8 +206,7 @@ QString CSSAContentLine::checkedMargin(const QString &value)
             if (v >= 0 && v <= 9999)
                 return value;
         }
-    } catch (const VelmarError &) {
-    }
+    } catch (const VelmarError &) { }
     return zeroText();
 }
 
@@ -219,10 +218,10 @@ QString CSSAContentLine::Effect() const
     const QChar sep = u';';
     if (m_effectName == u"Scroll up" || m_effectName == u"Scroll down")
         return m_effectName + sep + CStr(qint64(m_effectY1)) + sep + CStr(qint64(m_effectY2)) + sep
-               + CStr(qint64(m_effectDelay)) + sep + CStr(qint64(m_effectFade));
+            + CStr(qint64(m_effectDelay)) + sep + CStr(qint64(m_effectFade));
     if (m_effectName == u"Banner")
-        return m_effectName + sep + CStr(qint64(m_effectDelay)) + sep + CStr(qint64(m_effectLeftToRight)) + sep
-               + CStr(qint64(m_effectFade));
+        return m_effectName + sep + CStr(qint64(m_effectDelay)) + sep + CStr(qint64(m_effectLeftToRight))
+            + sep + CStr(qint64(m_effectFade));
     return QString();
 }
 
@@ -239,8 +238,7 @@ void CSSAContentLine::setEffect(QStringView value)
             return;
         try {
             target = toInteger(parts[i]);
-        } catch (const VelmarError &) {
-        }
+        } catch (const VelmarError &) { }
     };
     if (m_effectName == u"Scroll up" || m_effectName == u"Scroll down") {
         field(1, m_effectY1);

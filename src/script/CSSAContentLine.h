@@ -108,7 +108,7 @@ public:
     void Parse(QStringView text);
     // The text form appended to `out`, as Content() gives it.
     void AppendContent(QString &out) const;
-    void Clear() override {}
+    void Clear() override { }
 
     // The storage of Style as read, without the "*Default" rule.
     const QString &StoredStyle() const { return m_style; }

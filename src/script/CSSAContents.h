@@ -16,7 +16,7 @@ public:
     // Removes the list and raises SSAContentDestroyed with its key.
     void Delete(const QString &key) override;
     // Walks the members and does nothing for each: lists have no file of their own.
-    void SaveFile() {}
+    void SaveFile() { }
     // Binds every member that has no player to `window`.
     void AssignPlayerWindow(IPlayerWindow *window);
     // Unbinds every member bound to a player of that name.

@@ -23,8 +23,10 @@ void CSubInfo::Init(CTiming *parentTiming)
 {
     ParentTiming = parentTiming;
     SMIStyleType = QStringLiteral("text/css");
-    SMIComment = QStringLiteral("P {margin-left:8pt; margin-right:8pt;margin-bottom:2pt;margin-top:6pt;text-align:center;}")
-                 + crlf + QStringLiteral("#Normal {name:标准字型;font-family:Verdana;font-size:16pt;}");
+    SMIComment
+        = QStringLiteral(
+              "P {margin-left:8pt; margin-right:8pt;margin-bottom:2pt;margin-top:6pt;text-align:center;}")
+        + crlf + QStringLiteral("#Normal {name:标准字型;font-family:Verdana;font-size:16pt;}");
     SSTHead.clear();
     m_originalTranslation.clear();
     m_originalEditing.clear();
@@ -61,12 +63,12 @@ void CSubInfo::makeVelmarComment()
     // The contact and forum lines are the team's to choose: they come from the settings
     // store when set there.
     const QString contact = GetSetting(QStringLiteral("ScriptInfo"), QStringLiteral("ContactLine"),
-                                       QStringLiteral("联系我们: 云帆字幕组时间轴小组"));
+        QStringLiteral("联系我们: 云帆字幕组时间轴小组"));
     const QString forum = GetSetting(QStringLiteral("ScriptInfo"), QStringLiteral("ForumLine"),
-                                     QStringLiteral("欢迎光临云帆字幕组论坛，与我们一起做字幕"));
-    m_velmarComment = QStringLiteral("此字幕由Velmar生成  ") + Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
-                      + crlf + Msg(QStringLiteral("SUBINFO_MSG_103")) + u' ' + VersionNo + crlf + contact + crlf
-                      + forum + crlf;
+        QStringLiteral("欢迎光临云帆字幕组论坛，与我们一起做字幕"));
+    m_velmarComment = QStringLiteral("此字幕由Velmar生成  ")
+        + Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) + crlf
+        + Msg(QStringLiteral("SUBINFO_MSG_103")) + u' ' + VersionNo + crlf + contact + crlf + forum + crlf;
 }
 
 QString CSubInfo::ScriptTypeName() const
@@ -106,12 +108,10 @@ void CSubInfo::UpdateAVISize()
         return;
     try {
         m_playResX = player->ImageSourceWidth();
-    } catch (...) {
-    }
+    } catch (...) { }
     try {
         m_playResY = player->ImageSourceHeight();
-    } catch (...) {
-    }
+    } catch (...) { }
 }
 
 void CSubInfo::Read(QStringView text)
@@ -173,8 +173,7 @@ void CSubInfo::Read(QStringView text)
                 m_timer = CDbl(value);
             else if (key == u"WRAPSTYLE")
                 m_wrapStyle = CInt(value);
-        } catch (const VelmarError &) {
-        }
+        } catch (const VelmarError &) { }
     }
 }
 
@@ -193,10 +192,12 @@ QString CSubInfo::Content()
             if (!line.isEmpty())
                 out += QStringLiteral("; // ") + line.toString() + crlf;
         const QString unset = Msg(QStringLiteral("SUBINFO_MSG_106"));
-        out += (Trim(m_title).isEmpty() ? QStringLiteral("Title: ") + unset : QStringLiteral("Title:") + m_title) + crlf;
+        out += (Trim(m_title).isEmpty() ? QStringLiteral("Title: ") + unset
+                                        : QStringLiteral("Title:") + m_title)
+            + crlf;
         out += (Trim(m_originalScript).isEmpty() ? QStringLiteral("Original Script: ") + unset
                                                  : QStringLiteral("Original Script:") + m_originalScript)
-               + crlf;
+            + crlf;
         auto optional = [&](const char16_t *name, const QString &value) {
             if (!Trim(value).isEmpty())
                 out += QString::fromUtf16(name) + value + crlf;
@@ -220,16 +221,17 @@ QString CSubInfo::Content()
         break;
     }
     case 3:
-        out += QStringLiteral("<HEAD>") + crlf + QStringLiteral("<TITLE>") + m_title + QStringLiteral("</TITLE>") + crlf
-               + QStringLiteral("<!--") + crlf;
+        out += QStringLiteral("<HEAD>") + crlf + QStringLiteral("<TITLE>") + m_title
+            + QStringLiteral("</TITLE>") + crlf + QStringLiteral("<!--") + crlf;
         makeVelmarComment();
         for (QStringView line : QStringView(m_velmarComment).split(crlf))
             if (!line.isEmpty())
                 out += QStringLiteral("; // ") + line.toString() + crlf;
         // No "=" after "type": the head is kept exactly as it has always been written.
-        out += QStringLiteral("-->") + crlf + QStringLiteral("<STYLE type\"") + SMIStyleType + QStringLiteral("\">") + crlf
-               + QStringLiteral("<!--") + crlf + SMIComment + crlf + QStringLiteral("-->") + crlf
-               + QStringLiteral("</STYLE>") + crlf + QStringLiteral("</HEAD>") + crlf;
+        out += QStringLiteral("-->") + crlf + QStringLiteral("<STYLE type\"") + SMIStyleType
+            + QStringLiteral("\">") + crlf + QStringLiteral("<!--") + crlf + SMIComment + crlf
+            + QStringLiteral("-->") + crlf + QStringLiteral("</STYLE>") + crlf + QStringLiteral("</HEAD>")
+            + crlf;
         break;
     case 8:
         if (!m_lrcName.isEmpty())

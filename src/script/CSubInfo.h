@@ -20,31 +20,48 @@ public:
 
     void Init(CTiming *parentTiming = nullptr);
 
-#define VELMAR_PROPERTY(Type, Name, member)                                                                      \
-    Type Name() const { return member; }                                                                        \
-    void set##Name(Type value) { member = value; }
-    VELMAR_PROPERTY(QString, Title, m_title)
-    VELMAR_PROPERTY(QString, OriginalScript, m_originalScript)
-    VELMAR_PROPERTY(QString, OriginalTranslation, m_originalTranslation)
-    VELMAR_PROPERTY(QString, OriginalEditing, m_originalEditing)
-    VELMAR_PROPERTY(QString, OriginalTiming, m_originalTiming)
-    VELMAR_PROPERTY(double, SynchPoint, m_synchPoint)
-    VELMAR_PROPERTY(QString, ScriptUpdatedBy, m_scriptUpdatedBy)
-    VELMAR_PROPERTY(QString, UpdateDetails, m_updateDetails)
-    VELMAR_PROPERTY(qint32, ScriptType, m_scriptType)
-    VELMAR_PROPERTY(qint16, Collisions, m_collisions)
-    VELMAR_PROPERTY(double, PlayResX, m_playResX)
-    VELMAR_PROPERTY(double, PlayResY, m_playResY)
-    VELMAR_PROPERTY(double, PlayDepth, m_playDepth)
-    VELMAR_PROPERTY(double, Timer, m_timer)
-    VELMAR_PROPERTY(qint16, WrapStyle, m_wrapStyle)
-    VELMAR_PROPERTY(QString, Comment, m_comment)
-    VELMAR_PROPERTY(QString, LrcName, m_lrcName)
-    VELMAR_PROPERTY(QString, LrcArtist, m_lrcArtist)
-    VELMAR_PROPERTY(QString, LrcCDName, m_lrcCDName)
-    VELMAR_PROPERTY(QString, LrcEditor, m_lrcEditor)
-    VELMAR_PROPERTY(double, LrcOffset, m_lrcOffset)
-#undef VELMAR_PROPERTY
+    QString Title() const { return m_title; }
+    void setTitle(const QString &value) { m_title = value; }
+    QString OriginalScript() const { return m_originalScript; }
+    void setOriginalScript(const QString &value) { m_originalScript = value; }
+    QString OriginalTranslation() const { return m_originalTranslation; }
+    void setOriginalTranslation(const QString &value) { m_originalTranslation = value; }
+    QString OriginalEditing() const { return m_originalEditing; }
+    void setOriginalEditing(const QString &value) { m_originalEditing = value; }
+    QString OriginalTiming() const { return m_originalTiming; }
+    void setOriginalTiming(const QString &value) { m_originalTiming = value; }
+    double SynchPoint() const { return m_synchPoint; }
+    void setSynchPoint(double value) { m_synchPoint = value; }
+    QString ScriptUpdatedBy() const { return m_scriptUpdatedBy; }
+    void setScriptUpdatedBy(const QString &value) { m_scriptUpdatedBy = value; }
+    QString UpdateDetails() const { return m_updateDetails; }
+    void setUpdateDetails(const QString &value) { m_updateDetails = value; }
+    qint32 ScriptType() const { return m_scriptType; }
+    void setScriptType(qint32 value) { m_scriptType = value; }
+    qint16 Collisions() const { return m_collisions; }
+    void setCollisions(qint16 value) { m_collisions = value; }
+    double PlayResX() const { return m_playResX; }
+    void setPlayResX(double value) { m_playResX = value; }
+    double PlayResY() const { return m_playResY; }
+    void setPlayResY(double value) { m_playResY = value; }
+    double PlayDepth() const { return m_playDepth; }
+    void setPlayDepth(double value) { m_playDepth = value; }
+    double Timer() const { return m_timer; }
+    void setTimer(double value) { m_timer = value; }
+    qint16 WrapStyle() const { return m_wrapStyle; }
+    void setWrapStyle(qint16 value) { m_wrapStyle = value; }
+    QString Comment() const { return m_comment; }
+    void setComment(const QString &value) { m_comment = value; }
+    QString LrcName() const { return m_lrcName; }
+    void setLrcName(const QString &value) { m_lrcName = value; }
+    QString LrcArtist() const { return m_lrcArtist; }
+    void setLrcArtist(const QString &value) { m_lrcArtist = value; }
+    QString LrcCDName() const { return m_lrcCDName; }
+    void setLrcCDName(const QString &value) { m_lrcCDName = value; }
+    QString LrcEditor() const { return m_lrcEditor; }
+    void setLrcEditor(const QString &value) { m_lrcEditor = value; }
+    double LrcOffset() const { return m_lrcOffset; }
+    void setLrcOffset(double value) { m_lrcOffset = value; }
 
     // The generated comment: four lines, each ended by "\r\n", stamped with Now().
     QString VelmarComment() const { return m_velmarComment; }

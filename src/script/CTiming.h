@@ -75,7 +75,7 @@ public:
     void setContent(const QString &text) override { Read(text); }
     void Read(QStringView text);
     // Does nothing: a new script is built by clearing each part.
-    void Clear() override {}
+    void Clear() override { }
 
     // The plain-text case: the grid's text column as "\r\n"-joined lines, and the filler
     // of that column.

@@ -102,7 +102,7 @@ double FastStringToTime(QStringView t)
                   f1 = digit(t[8]), f2 = digit(t[9]);
         if ((h | m1 | m2 | s1 | s2 | f1 | f2) >= 0) {
             return double(h) * 3600 + double(m1 * 10 + m2) * 60 + double(s1 * 10 + s2)
-                   + double(f1 * 10 + f2) / 100;
+                + double(f1 * 10 + f2) / 100;
         }
     }
     return StringToTime(t);
@@ -123,15 +123,9 @@ void AppendTime2(QString &out, double seconds)
         out += QChar(u'0' + int(hours));
     else
         out += QString::number(hours);
-    const char16_t tail[] = {u':',
-                             char16_t(u'0' + minutes / 10),
-                             char16_t(u'0' + minutes % 10),
-                             u':',
-                             char16_t(u'0' + secs / 10),
-                             char16_t(u'0' + secs % 10),
-                             u'.',
-                             char16_t(u'0' + fraction / 10),
-                             char16_t(u'0' + fraction % 10)};
+    const char16_t tail[] = { u':', char16_t(u'0' + minutes / 10), char16_t(u'0' + minutes % 10), u':',
+        char16_t(u'0' + secs / 10), char16_t(u'0' + secs % 10), u'.', char16_t(u'0' + fraction / 10),
+        char16_t(u'0' + fraction % 10) };
     out.append(reinterpret_cast<const QChar *>(tail), 9);
 }
 

@@ -5,9 +5,11 @@
 
 namespace {
 
-const QString ssaStyle = QStringLiteral("Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134");
+const QString ssaStyle
+    = QStringLiteral("Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134");
 const QString assStyle = QStringLiteral(
-    "Style: Sign,Arial,20,&H00FFFFFF,&HF00000FF,&H00102030,&H80000000,-1,0,0,0,100,100,0,0.00,1,2,3,2,20,20,25,1");
+    "Style: "
+    "Sign,Arial,20,&H00FFFFFF,&HF00000FF,&H00102030,&H80000000,-1,0,0,0,100,100,0,0.00,1,2,3,2,20,20,25,1");
 const QString ssaHead = QStringLiteral("[V4 Styles]\r\nFormat: Name, Fontname");
 const QString assHead = QStringLiteral("[V4+ Styles]\r\nFormat: Name, Fontname");
 
@@ -41,7 +43,9 @@ TEST_F(FontTest, SsaLineReadAndWrittenGainsHexColours)
     EXPECT_EQ(f->Alignment(), 2);
     EXPECT_EQ(f->AlphaLevel(), 0);
     EXPECT_EQ(f->Encoding(), 134);
-    EXPECT_EQ(f->Content(), QStringLiteral("Style: Default,楷体,24,&HFFFFFF,&H00FFFF,&H00FF00,&H000000,0,0,1,1,1,2,30,30,10,0,134"));
+    EXPECT_EQ(f->Content(),
+        QStringLiteral(
+            "Style: Default,楷体,24,&HFFFFFF,&H00FFFF,&H00FF00,&H000000,0,0,1,1,1,2,30,30,10,0,134"));
 }
 
 TEST_F(FontTest, AssLineRoundTripsWithAlpha)
@@ -76,8 +80,8 @@ TEST_F(FontTest, ColourSettersSplitAlphaWithoutSwapping)
 
 TEST_F(FontTest, AlignmentTables)
 {
-    const int ssa[] = {1, 2, 3, 5, 6, 7, 9, 10, 11};
-    const int ass[] = {1, 2, 3, 7, 8, 9, 4, 5, 6};
+    const int ssa[] = { 1, 2, 3, 5, 6, 7, 9, 10, 11 };
+    const int ass[] = { 1, 2, 3, 7, 8, 9, 4, 5, 6 };
     for (int i = 0; i < 9; ++i) {
         EXPECT_EQ(SSAAlignToASS(QString::number(ssa[i])), QString::number(ass[i]));
         EXPECT_EQ(ASSAlignToSSA(ass[i]), QString::number(ssa[i]));
@@ -121,7 +125,8 @@ TEST_F(FontTest, ErrorNumbers)
     EXPECT_EQ(f->ErrNumber, 4);
     EXPECT_EQ(f->StyleName(), QStringLiteral("NewFont"));
     EXPECT_EQ(f->FontSize(), 25);
-    EXPECT_EQ(parsed(fonts(1).get(), QStringLiteral("Style: A,B,24,1,2,3,4,0,0,1,1,1,2,30,30,10"))->ErrNumber, 4);
+    EXPECT_EQ(
+        parsed(fonts(1).get(), QStringLiteral("Style: A,B,24,1,2,3,4,0,0,1,1,1,2,30,30,10"))->ErrNumber, 4);
 }
 
 TEST_F(FontTest, NonNumericFieldsKeepTheirValues)
@@ -181,7 +186,8 @@ TEST_F(FontTest, AddRefusesIdenticalAndRenamesDifferent)
     EXPECT_EQ(added->StyleName(), QStringLiteral("Default(2)"));
     EXPECT_EQ(added->OriginalStyleName, QStringLiteral("Default"));
     EXPECT_EQ(list->GetOriginalStyleName(QStringLiteral("Default(2)")), QStringLiteral("Default"));
-    EXPECT_EQ(prompt.Messages().last(), QStringLiteral("加入字体警告: 已存在相同名字的字体,自动改名后加入[Default(2)]"));
+    EXPECT_EQ(prompt.Messages().last(),
+        QStringLiteral("加入字体警告: 已存在相同名字的字体,自动改名后加入[Default(2)]"));
     EXPECT_EQ(list->Count(), 3);
     EXPECT_EQ(list->SerialNo(), 3);
 }
@@ -205,11 +211,15 @@ TEST_F(FontTest, CopyFontLeavesTheThirdColourBehind)
 TEST_F(FontTest, ReadsTheSectionWithCommentsAndStopsAtEvents)
 {
     auto list = fonts(2);
-    list->setContent(crlf({QStringLiteral("[Script Info]"), QStringLiteral("Title: x"), QString(), assHead,
-                           QStringLiteral(";  about sign"), QStringLiteral("; second"), assStyle,
-                           QStringLiteral("junk line"), QStringLiteral("  style: Plain,Arial,20,&H00FFFFFF,&H00000000,&H00000000,&H00000000,0,0,0,0,100,100,0,0,1,2,0,2,10,10,10,1"),
-                           QStringLiteral("; trailing comment is lost"), QString(), QStringLiteral("[Events]"),
-                           QStringLiteral("Style: Late,Arial,20,&H00FFFFFF,&H00000000,&H00000000,&H00000000,0,0,0,0,100,100,0,0,1,2,0,2,10,10,10,1")}));
+    list->setContent(crlf({ QStringLiteral("[Script Info]"), QStringLiteral("Title: x"), QString(), assHead,
+        QStringLiteral(";  about sign"), QStringLiteral("; second"), assStyle, QStringLiteral("junk line"),
+        QStringLiteral("  style: "
+                       "Plain,Arial,20,&H00FFFFFF,&H00000000,&H00000000,&H00000000,0,0,0,0,100,100,0,0,1,2,0,"
+                       "2,10,10,10,1"),
+        QStringLiteral("; trailing comment is lost"), QString(), QStringLiteral("[Events]"),
+        QStringLiteral("Style: "
+                       "Late,Arial,20,&H00FFFFFF,&H00000000,&H00000000,&H00000000,0,0,0,0,100,100,0,0,1,2,0,"
+                       "2,10,10,10,1") }));
     ASSERT_EQ(list->Count(), 2);
     EXPECT_FALSE(list->Exists(QStringLiteral("Default")));
     EXPECT_EQ(list->At(0)->Comment, QStringLiteral("  about sign\r\n second"));
@@ -217,7 +227,10 @@ TEST_F(FontTest, ReadsTheSectionWithCommentsAndStopsAtEvents)
     EXPECT_EQ(list->At(1)->Comment, QString());
     EXPECT_TRUE(prompt.Messages().isEmpty());
     const QString out = list->Content();
-    EXPECT_TRUE(out.startsWith(QStringLiteral("[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\r\n;  about sign\r\n; second\r\n")));
+    EXPECT_TRUE(out.startsWith(QStringLiteral(
+        "[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, "
+        "BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, "
+        "Outline, Shadow, Alignment, MarginL, MarginR, MarginV, Encoding\r\n;  about sign\r\n; second\r\n")));
     EXPECT_TRUE(out.endsWith(QStringLiteral("10,10,10,1\r\n")));
     EXPECT_FALSE(out.contains(QStringLiteral("trailing")));
 }
@@ -226,16 +239,17 @@ TEST_F(FontTest, WrongFieldCountAsksAndNoStops)
 {
     auto list = fonts(2);
     const QString ssaLine = ssaStyle;
-    const QString text = crlf({ssaHead, ssaLine, assStyle});
-    prompt.Answers = {MsgBoxResult::Yes};
+    const QString text = crlf({ ssaHead, ssaLine, assStyle });
+    prompt.Answers = { MsgBoxResult::Yes };
     list->setContent(text);
     ASSERT_EQ(list->Count(), 1);
     EXPECT_EQ(list->At(0)->StyleName(), QStringLiteral("Sign"));
     ASSERT_EQ(prompt.Records.size(), 1);
-    EXPECT_EQ(prompt.Records[0].Prompt, Msg(QStringLiteral("FONT_MSG_101")) + QStringLiteral(": ") + ssaLine
-                                            + QStringLiteral("\r\n建议取消打开操作，重新打开文件，并选择正确的文件格式。继续读取字体吗?"));
+    EXPECT_EQ(prompt.Records[0].Prompt,
+        Msg(QStringLiteral("FONT_MSG_101")) + QStringLiteral(": ") + ssaLine
+            + QStringLiteral("\r\n建议取消打开操作，重新打开文件，并选择正确的文件格式。继续读取字体吗?"));
     prompt.Reset();
-    prompt.Answers = {MsgBoxResult::No};
+    prompt.Answers = { MsgBoxResult::No };
     list->setContent(text);
     EXPECT_EQ(list->Count(), 0);
 }
@@ -245,10 +259,16 @@ TEST_F(FontTest, EmptyListWritesTheBuiltInLine)
     auto ass = fonts(2);
     ass->setContent(QStringLiteral("[Events]"));
     EXPECT_EQ(ass->Count(), 0);
-    EXPECT_TRUE(ass->Content().endsWith(QStringLiteral("\r\nStyle: Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,100,100,0,0.00,1,2,3,2,20,20,25,134\r\n")));
+    EXPECT_TRUE(ass->Content().endsWith(
+        QStringLiteral("\r\nStyle: "
+                       "Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,100,100,0,0."
+                       "00,1,2,3,2,20,20,25,134\r\n")));
     auto ssa = fonts(1);
     ssa->Clear();
-    EXPECT_EQ(ssa->Content(), QStringLiteral("[V4 Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, TertiaryColour, BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, MarginV, AlphaLevel, Encoding\r\n"
-                                             "Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134\r\n"));
+    EXPECT_EQ(ssa->Content(),
+        QStringLiteral("[V4 Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, "
+                       "TertiaryColour, BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, "
+                       "MarginL, MarginR, MarginV, AlphaLevel, Encoding\r\n"
+                       "Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134\r\n"));
     EXPECT_EQ(fonts(3)->Content(), QString());
 }

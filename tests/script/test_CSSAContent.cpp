@@ -7,7 +7,8 @@
 
 namespace {
 
-const QString assHead = QStringLiteral("[Events]\r\nFormat: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text");
+const QString assHead = QStringLiteral(
+    "[Events]\r\nFormat: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text");
 
 class ContentTest : public ScriptTest
 {
@@ -37,10 +38,11 @@ TEST_F(ContentTest, NewListDefaults)
 
 TEST_F(ContentTest, ReadsOnlyAfterEventsAndFormat)
 {
-    list->setContent(crlf({QStringLiteral("[Script Info]"), QStringLiteral("Dialogue: 0,0:00:01.00,0:00:02.00,S,,0,0,0,,early"),
-                           QStringLiteral("  [events]  "), QStringLiteral("junk skipped unread"),
-                           QStringLiteral("  format: whatever"), ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")),
-                           ev(QStringLiteral("0:00:02.00"), QStringLiteral("two"))}));
+    list->setContent(crlf({ QStringLiteral("[Script Info]"),
+        QStringLiteral("Dialogue: 0,0:00:01.00,0:00:02.00,S,,0,0,0,,early"), QStringLiteral("  [events]  "),
+        QStringLiteral("junk skipped unread"), QStringLiteral("  format: whatever"),
+        ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")),
+        ev(QStringLiteral("0:00:02.00"), QStringLiteral("two")) }));
     ASSERT_EQ(list->Count(), 2);
     EXPECT_EQ(list->At(0)->Dialog(), QStringLiteral("one"));
     EXPECT_EQ(list->At(1)->Dialog(), QStringLiteral("two"));
@@ -49,16 +51,19 @@ TEST_F(ContentTest, ReadsOnlyAfterEventsAndFormat)
 
 TEST_F(ContentTest, MissingSectionOrFormatReadsNothingSilently)
 {
-    list->setContent(crlf({QStringLiteral("[Events]"), ev(QStringLiteral("0:00:01.00"), QStringLiteral("one"))}));
+    list->setContent(
+        crlf({ QStringLiteral("[Events]"), ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")) }));
     EXPECT_EQ(list->Count(), 0);
-    list->setContent(crlf({QStringLiteral("Format: x"), ev(QStringLiteral("0:00:01.00"), QStringLiteral("one"))}));
+    list->setContent(
+        crlf({ QStringLiteral("Format: x"), ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")) }));
     EXPECT_EQ(list->Count(), 0);
     EXPECT_TRUE(prompt.Messages().isEmpty());
 }
 
 TEST_F(ContentTest, OtherLineEndsAreNotLineBreaks)
 {
-    const QString lf = assHead + QStringLiteral("\n") + ev(QStringLiteral("0:00:01.00"), QStringLiteral("one"));
+    const QString lf
+        = assHead + QStringLiteral("\n") + ev(QStringLiteral("0:00:01.00"), QStringLiteral("one"));
     list->setContent(lf);
     EXPECT_EQ(list->Count(), 0);
     QString cr = lf;
@@ -70,17 +75,18 @@ TEST_F(ContentTest, OtherLineEndsAreNotLineBreaks)
 TEST_F(ContentTest, BadLineAsksAndNoKeepsWhatWasRead)
 {
     const QString bad = QStringLiteral("[Fonts]");
-    const QString text = crlf({assHead, ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")), bad,
-                               ev(QStringLiteral("0:00:02.00"), QStringLiteral("two"))});
-    prompt.Answers = {MsgBoxResult::No};
+    const QString text = crlf({ assHead, ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")), bad,
+        ev(QStringLiteral("0:00:02.00"), QStringLiteral("two")) });
+    prompt.Answers = { MsgBoxResult::No };
     list->setContent(text);
     ASSERT_EQ(list->Count(), 1);
     ASSERT_EQ(prompt.Records.size(), 1);
-    EXPECT_EQ(prompt.Records[0].Prompt, Msg(QStringLiteral("TIMING_ERR_104")) + QStringLiteral(":\r\n") + bad);
+    EXPECT_EQ(
+        prompt.Records[0].Prompt, Msg(QStringLiteral("TIMING_ERR_104")) + QStringLiteral(":\r\n") + bad);
     EXPECT_EQ(prompt.Records[0].Style & MsgBoxStyle::ButtonMask, MsgBoxStyle::YesNo);
 
     prompt.Reset();
-    prompt.Answers = {MsgBoxResult::Yes};
+    prompt.Answers = { MsgBoxResult::Yes };
     list->setContent(text);
     ASSERT_EQ(list->Count(), 2);
     EXPECT_EQ(list->At(1)->Dialog(), QStringLiteral("two"));
@@ -89,8 +95,8 @@ TEST_F(ContentTest, BadLineAsksAndNoKeepsWhatWasRead)
 TEST_F(ContentTest, UnusableFieldShowsTwoBoxesAndSkipsTheLine)
 {
     prompt.DefaultYesNo = MsgBoxResult::Yes;
-    list->setContent(crlf({assHead, QStringLiteral("Dialogue: Marked=0,0:00:01.00,0:00:02.00,S,,0,0,0,,x"),
-                           ev(QStringLiteral("0:00:02.00"), QStringLiteral("two"))}));
+    list->setContent(crlf({ assHead, QStringLiteral("Dialogue: Marked=0,0:00:01.00,0:00:02.00,S,,0,0,0,,x"),
+        ev(QStringLiteral("0:00:02.00"), QStringLiteral("two")) }));
     EXPECT_EQ(list->Count(), 1);
     ASSERT_EQ(prompt.Messages().size(), 2);
     EXPECT_TRUE(prompt.Messages()[0].startsWith(Msg(QStringLiteral("TIMING_ERR_106"))));
@@ -99,14 +105,15 @@ TEST_F(ContentTest, UnusableFieldShowsTwoBoxesAndSkipsTheLine)
 
 TEST_F(ContentTest, FlagLinesSpeakOfTheNextRealLine)
 {
-    const QString flag = QStringLiteral("Comment: 0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ");
-    list->setContent(crlf({assHead, flag + QStringLiteral("下一行已被修改 "), flag + QStringLiteral("下一行有疑问 "),
-                           ev(QStringLiteral("0:00:01.00"), QStringLiteral("flagged")),
-                           ev(QStringLiteral("0:00:02.00"), QStringLiteral("plain")),
-                           QStringLiteral("Comment: 0,0:00:03.00,0:00:00.00,S,,0,0,0,,// VELMAR注释: 下一行有疑问 "),
-                           ev(QStringLiteral("0:00:04.00"), QStringLiteral("after ordinary comment")),
-                           flag + QStringLiteral("下一行不需要检查时间轴 "), QString(),
-                           ev(QStringLiteral("0:00:05.00"), QStringLiteral("last"))}));
+    const QString flag
+        = QStringLiteral("Comment: 0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ");
+    list->setContent(crlf({ assHead, flag + QStringLiteral("下一行已被修改 "),
+        flag + QStringLiteral("下一行有疑问 "), ev(QStringLiteral("0:00:01.00"), QStringLiteral("flagged")),
+        ev(QStringLiteral("0:00:02.00"), QStringLiteral("plain")),
+        QStringLiteral("Comment: 0,0:00:03.00,0:00:00.00,S,,0,0,0,,// VELMAR注释: 下一行有疑问 "),
+        ev(QStringLiteral("0:00:04.00"), QStringLiteral("after ordinary comment")),
+        flag + QStringLiteral("下一行不需要检查时间轴 "), QString(),
+        ev(QStringLiteral("0:00:05.00"), QStringLiteral("last")) }));
     ASSERT_EQ(list->Count(), 6);
     const CSSAContentLine *flagged = list->At(0);
     EXPECT_TRUE(flagged->m_Changed);
@@ -135,15 +142,18 @@ TEST_F(ContentTest, WriterEmitsFlagLinesAndBlankLines)
     b->setEndTime(3);
     b->setDialog(QStringLiteral("b"));
     EXPECT_EQ(list->Content(),
-              QStringLiteral("[Events]\r\nFormat: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text\r\n"
-                             "Comment: 0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: 下一行有疑问 下一行不需要检查时间轴 \r\n"
-                             "Dialogue: 0,0:00:01.00,0:00:02.00,Default,NTP,0000,0000,0000,,a\r\n"
-                             "\r\n"
-                             "Dialogue: 0,0:00:00.00,0:00:03.00,Default,NTP,0000,0000,0000,,b\r\n"));
+        QStringLiteral(
+            "[Events]\r\nFormat: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text\r\n"
+            "Comment: 0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: 下一行有疑问 "
+            "下一行不需要检查时间轴 \r\n"
+            "Dialogue: 0,0:00:01.00,0:00:02.00,Default,NTP,0000,0000,0000,,a\r\n"
+            "\r\n"
+            "Dialogue: 0,0:00:00.00,0:00:03.00,Default,NTP,0000,0000,0000,,b\r\n"));
     list->ScriptType = 1;
     const QString ssa = list->Content();
-    EXPECT_TRUE(ssa.startsWith(QStringLiteral("[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n"
-                                              "Comment: Marked=0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ")));
+    EXPECT_TRUE(ssa.startsWith(QStringLiteral(
+        "[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n"
+        "Comment: Marked=0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ")));
 
     // The flags survive a write and a read.
     list->ScriptType = 2;
@@ -161,8 +171,8 @@ TEST_F(ContentTest, WriterEmitsFlagLinesAndBlankLines)
 
 TEST_F(ContentTest, SaveOptionMasksOfTheSection)
 {
-    list->setContent(crlf({assHead, ev(QStringLiteral("0:00:01.00"), QStringLiteral("{\\i1}one")),
-                           ev(QStringLiteral("0:00:02.00"), QStringLiteral("two"))}));
+    list->setContent(crlf({ assHead, ev(QStringLiteral("0:00:01.00"), QStringLiteral("{\\i1}one")),
+        ev(QStringLiteral("0:00:02.00"), QStringLiteral("two")) }));
     list->SaveOption = 16;
     EXPECT_EQ(list->Content(), QStringLiteral("one\r\ntwo\r\n"));
     list->SaveOption = 4 + 8 + 16;
@@ -172,8 +182,8 @@ TEST_F(ContentTest, SaveOptionMasksOfTheSection)
 
 TEST_F(ContentTest, SerialsNeverRepeatThroughClearAndReload)
 {
-    const QString text = crlf({assHead, ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")),
-                               ev(QStringLiteral("0:00:02.00"), QStringLiteral("two"))});
+    const QString text = crlf({ assHead, ev(QStringLiteral("0:00:01.00"), QStringLiteral("one")),
+        ev(QStringLiteral("0:00:02.00"), QStringLiteral("two")) });
     list->setContent(text);
     EXPECT_EQ(list->At(0)->SerialNo(), 1);
     EXPECT_TRUE(list->Exists(QStringLiteral("2")));
@@ -207,8 +217,8 @@ TEST_F(ContentTest, TimeFormatIsPushedIntoEveryLine)
 
 TEST_F(ContentTest, DuplicateCopiesDeeplyAndRenumbers)
 {
-    list->setContent(crlf({assHead, ev(QStringLiteral("0:00:01.25"), QStringLiteral("one")),
-                           QStringLiteral("Dialogue: 2,0:00:02.50,0:00:03.75,Sign,Bob,10,20,30,Banner;4;1;2,two")}));
+    list->setContent(crlf({ assHead, ev(QStringLiteral("0:00:01.25"), QStringLiteral("one")),
+        QStringLiteral("Dialogue: 2,0:00:02.50,0:00:03.75,Sign,Bob,10,20,30,Banner;4;1;2,two") }));
     list->At(1)->m_Question = true;
     list->SaveOption = 4 + 16;
     auto copy = list->DuplicateSSA();
@@ -236,7 +246,7 @@ TEST_F(ContentTest, DuplicateCopiesDeeplyAndRenumbers)
 
 TEST_F(ContentTest, DuplicateGoesThroughTheTimeStrings)
 {
-    list->setContent(crlf({assHead, ev(QStringLiteral("0:00:01.25"), QStringLiteral("one"))}));
+    list->setContent(crlf({ assHead, ev(QStringLiteral("0:00:01.25"), QStringLiteral("one")) }));
     list->setTimeFormat(2);
     auto whole = list->DuplicateSSA();
     EXPECT_DOUBLE_EQ(whole->At(0)->StartTime(), 0); // "0:00:01" is not a strict time string
@@ -252,7 +262,7 @@ TEST_F(ContentTest, DuplicateGoesThroughTheTimeStrings)
 
 TEST_F(ContentTest, MoreThan32768LinesOverflowAfterKeepingTheFirst)
 {
-    QStringList lines{assHead};
+    QStringList lines { assHead };
     for (int i = 0; i < 50000; ++i)
         lines << ev(QStringLiteral("0:00:01.00"), QStringLiteral("line %1").arg(i));
     try {

@@ -54,7 +54,8 @@ TEST_F(LineTest, SsaMarkedFieldAndTheSameLineInAssFailsAtTheFirstField)
     EXPECT_DOUBLE_EQ(ass->StartTime(), 0.0); // stopped before the times
     EXPECT_EQ(ass->Dialog(), QString());
     ASSERT_EQ(prompt.Messages().size(), 1);
-    EXPECT_EQ(prompt.Messages()[0], Msg(QStringLiteral("TIMING_ERR_106")) + QStringLiteral(": 可能时间轴格式不符合所选者的文件格式"));
+    EXPECT_EQ(prompt.Messages()[0],
+        Msg(QStringLiteral("TIMING_ERR_106")) + QStringLiteral(": 可能时间轴格式不符合所选者的文件格式"));
 }
 
 TEST_F(LineTest, LayerOutOfSixteenBitsIsAnUnusableField)
@@ -81,7 +82,8 @@ TEST_F(LineTest, LineTypesAndComments)
     EXPECT_EQ(semi->LineType, 1);
     EXPECT_EQ(semi->Dialog(), QStringLiteral("hello, world"));
     // A bare comment goes out as a full Comment line with a new line's defaults.
-    EXPECT_EQ(semi->Content(), QStringLiteral("Comment: 0,0:00:00.00,0:00:00.00,Default,NTP,0000,0000,0000,,hello, world"));
+    EXPECT_EQ(semi->Content(),
+        QStringLiteral("Comment: 0,0:00:00.00,0:00:00.00,Default,NTP,0000,0000,0000,,hello, world"));
 
     // The cut of "!:" counts in the untrimmed text.
     auto *bang = parse(QStringLiteral(" !:abc"));
@@ -137,8 +139,8 @@ TEST_F(LineTest, TimeFormatRenderings)
 {
     auto *l = list->Create();
     l->setStartTime(12 * 60 + 34.56);
-    const QString expected[] = {QStringLiteral("0:12:34.56"), QStringLiteral("0:12:34.50"), QStringLiteral("0:12:34"),
-                                QStringLiteral("12:34")};
+    const QString expected[] = { QStringLiteral("0:12:34.56"), QStringLiteral("0:12:34.50"),
+        QStringLiteral("0:12:34"), QStringLiteral("12:34") };
     for (int f = 0; f < 4; ++f) {
         l->TimeFormat = f;
         EXPECT_EQ(l->StartTimeString(), expected[f]) << f;
@@ -152,12 +154,10 @@ TEST_F(LineTest, TimeFormatRenderings)
 TEST_F(LineTest, MarginSetterKeepsOnlyNumbersFromZeroTo9999)
 {
     auto *l = list->Create();
-    const std::pair<QString, QString> cases[] = {{QStringLiteral("-1"), QStringLiteral("0")},
-                                                 {QStringLiteral("10000"), QStringLiteral("0")},
-                                                 {QStringLiteral("abc"), QStringLiteral("0")},
-                                                 {QStringLiteral(""), QStringLiteral("0")},
-                                                 {QStringLiteral("9999"), QStringLiteral("9999")},
-                                                 {QStringLiteral("12.5"), QStringLiteral("12.5")}};
+    const std::pair<QString, QString> cases[] = { { QStringLiteral("-1"), QStringLiteral("0") },
+        { QStringLiteral("10000"), QStringLiteral("0") }, { QStringLiteral("abc"), QStringLiteral("0") },
+        { QStringLiteral(""), QStringLiteral("0") }, { QStringLiteral("9999"), QStringLiteral("9999") },
+        { QStringLiteral("12.5"), QStringLiteral("12.5") } };
     for (const auto &[in, out] : cases) {
         l->setMarginL(in);
         EXPECT_EQ(l->MarginL(), out) << in.toStdString();
@@ -166,19 +166,22 @@ TEST_F(LineTest, MarginSetterKeepsOnlyNumbersFromZeroTo9999)
     l->setMarginR(QStringLiteral("7"));
     l->setMarginV(QStringLiteral("abc"));
     l->setDialog(QStringLiteral("t"));
-    EXPECT_EQ(l->Content(), QStringLiteral("Dialogue: 0,0:00:00.00,0:00:00.00,Default,NTP,0010,0007,0000,,t"));
+    EXPECT_EQ(
+        l->Content(), QStringLiteral("Dialogue: 0,0:00:00.00,0:00:00.00,Default,NTP,0010,0007,0000,,t"));
 }
 
 TEST_F(LineTest, DefaultOutputInBothVersions)
 {
-    for (int type : {1, 2}) {
+    for (int type : { 1, 2 }) {
         list->ScriptType = type;
         auto *l = list->Create();
         l->setContent(QStringLiteral("Dialogue: %1,0:00:01.00,0:00:03.50,Default,NTP,0,0,0,,Text")
                           .arg(type == 1 ? QStringLiteral("Marked=0") : QStringLiteral("0")));
         ASSERT_EQ(l->ErrNumber, 0);
-        EXPECT_EQ(l->Content(), type == 1 ? QStringLiteral("Dialogue: Marked=0,0:00:01.00,0:00:03.50,*Default,NTP,0000,0000,0000,,Text")
-                                          : QStringLiteral("Dialogue: 0,0:00:01.00,0:00:03.50,*Default,NTP,0000,0000,0000,,Text"));
+        EXPECT_EQ(l->Content(),
+            type == 1
+                ? QStringLiteral("Dialogue: Marked=0,0:00:01.00,0:00:03.50,*Default,NTP,0000,0000,0000,,Text")
+                : QStringLiteral("Dialogue: 0,0:00:01.00,0:00:03.50,*Default,NTP,0000,0000,0000,,Text"));
     }
 }
 

@@ -51,14 +51,13 @@ TEST_F(SubInfoTest, DefaultsAndMissingSection)
 
 TEST_F(SubInfoTest, ReadsKeysCommentsAndStopsAtTheNextSection)
 {
-    info->setContent(crlf({QStringLiteral("  [script info] "), QStringLiteral("; first comment"),
-                           QStringLiteral("!:second"), QStringLiteral("; // generated, dropped"),
-                           QStringLiteral("Title: X"), QStringLiteral(" original script :Me"),
-                           QStringLiteral("ScriptType: V4.00+"), QStringLiteral("Collisions: reverse"),
-                           QStringLiteral("PlayResX: 640"), QStringLiteral("PlayResY: abc"),
-                           QStringLiteral("Timer: 100,0000"), QStringLiteral("WrapStyle: 2"),
-                           QStringLiteral("Unknown Key: 1"), QStringLiteral("no colon here"),
-                           QStringLiteral("[V4+ Styles]"), QStringLiteral("Title: late")}));
+    info->setContent(crlf({ QStringLiteral("  [script info] "), QStringLiteral("; first comment"),
+        QStringLiteral("!:second"), QStringLiteral("; // generated, dropped"), QStringLiteral("Title: X"),
+        QStringLiteral(" original script :Me"), QStringLiteral("ScriptType: V4.00+"),
+        QStringLiteral("Collisions: reverse"), QStringLiteral("PlayResX: 640"),
+        QStringLiteral("PlayResY: abc"), QStringLiteral("Timer: 100,0000"), QStringLiteral("WrapStyle: 2"),
+        QStringLiteral("Unknown Key: 1"), QStringLiteral("no colon here"), QStringLiteral("[V4+ Styles]"),
+        QStringLiteral("Title: late") }));
     EXPECT_EQ(info->Comment(), QStringLiteral(" first comment\r\nsecond"));
     EXPECT_EQ(info->Title(), QStringLiteral(" X"));
     EXPECT_EQ(info->OriginalScript(), QStringLiteral("Me"));
@@ -72,14 +71,14 @@ TEST_F(SubInfoTest, ReadsKeysCommentsAndStopsAtTheNextSection)
 
 TEST_F(SubInfoTest, WritesTheAssHead)
 {
-    info->setContent(crlf({QStringLiteral("[Script Info]"), QStringLiteral("; keep me"), QStringLiteral("Title: X"),
-                           QStringLiteral("Original Script:"), QStringLiteral("Original Timing: T"),
-                           QStringLiteral("PlayResY: 480"), QStringLiteral("ScriptType: v4.00+")}));
+    info->setContent(crlf({ QStringLiteral("[Script Info]"), QStringLiteral("; keep me"),
+        QStringLiteral("Title: X"), QStringLiteral("Original Script:"), QStringLiteral("Original Timing: T"),
+        QStringLiteral("PlayResY: 480"), QStringLiteral("ScriptType: v4.00+") }));
     const QString expected = QStringLiteral("[Script Info]\r\n"
                                             ";  keep me\r\n"
                                             "; // 此字幕由Velmar生成  2026-01-02 03:04:05\r\n")
-                             + QStringLiteral("; // ") + Msg(QStringLiteral("SUBINFO_MSG_103")) + QStringLiteral(" ")
-                             + VersionNo + QStringLiteral("\r\n");
+        + QStringLiteral("; // ") + Msg(QStringLiteral("SUBINFO_MSG_103")) + QStringLiteral(" ") + VersionNo
+        + QStringLiteral("\r\n");
     const QString out = info->Content();
     EXPECT_TRUE(out.startsWith(expected)) << out.toStdString();
     EXPECT_TRUE(out.endsWith(QStringLiteral("Title: X\r\n"
@@ -99,7 +98,8 @@ TEST_F(SubInfoTest, WritesTheAssHead)
 
 TEST_F(SubInfoTest, GeneratedCommentFollowsTheClock)
 {
-    EXPECT_TRUE(info->VelmarComment().startsWith(QStringLiteral("此字幕由Velmar生成  2026-01-02 03:04:05\r\n")));
+    EXPECT_TRUE(
+        info->VelmarComment().startsWith(QStringLiteral("此字幕由Velmar生成  2026-01-02 03:04:05\r\n")));
     EXPECT_EQ(info->VelmarComment().count(QStringLiteral("\r\n")), 4);
     SetNow(QDateTime(QDate(2027, 5, 6), QTime(7, 8, 9)));
     info->Clear();
@@ -156,10 +156,12 @@ TEST_F(SubInfoTest, OtherHeads)
 
     info->setScriptType(3);
     const QString sami = info->Content();
-    EXPECT_TRUE(sami.startsWith(QStringLiteral("<HEAD>\r\n<TITLE>云帆字幕</TITLE>\r\n<!--\r\n; // 此字幕由Velmar生成")));
-    EXPECT_TRUE(sami.endsWith(QStringLiteral("-->\r\n<STYLE type\"text/css\">\r\n<!--\r\n"
-                                             "P {margin-left:8pt; margin-right:8pt;margin-bottom:2pt;margin-top:6pt;text-align:center;}\r\n"
-                                             "#Normal {name:标准字型;font-family:Verdana;font-size:16pt;}\r\n-->\r\n</STYLE>\r\n</HEAD>\r\n")));
+    EXPECT_TRUE(sami.startsWith(
+        QStringLiteral("<HEAD>\r\n<TITLE>云帆字幕</TITLE>\r\n<!--\r\n; // 此字幕由Velmar生成")));
+    EXPECT_TRUE(sami.endsWith(QStringLiteral(
+        "-->\r\n<STYLE type\"text/css\">\r\n<!--\r\n"
+        "P {margin-left:8pt; margin-right:8pt;margin-bottom:2pt;margin-top:6pt;text-align:center;}\r\n"
+        "#Normal {name:标准字型;font-family:Verdana;font-size:16pt;}\r\n-->\r\n</STYLE>\r\n</HEAD>\r\n")));
     info->setScriptType(4);
     EXPECT_EQ(info->Content(), QString());
 }

@@ -1,8 +1,8 @@
 #include "ScriptFixture.h"
 
 #include "core/Class.h"
-#include "core/basSetting.h"
 #include "core/basPlatform.h"
+#include "core/basSetting.h"
 #include "core/basText.h"
 #include "script/CTimings.h"
 #include "script/ITimingGrid.h"
@@ -50,7 +50,8 @@ protected:
 const QString smallAss = QStringLiteral(
     "[Script Info]\r\nTitle: T\r\nScriptType: v4.00+\r\n\r\n"
     "[V4+ Styles]\r\nFormat: Name\r\n"
-    "Style: Main,Arial,20,&H00FFFFFF,&H000000FF,&H00000000,&H80000000,0,0,0,0,100,100,0,0,1,2,0,2,10,10,10,1\r\n\r\n"
+    "Style: "
+    "Main,Arial,20,&H00FFFFFF,&H000000FF,&H00000000,&H80000000,0,0,0,0,100,100,0,0,1,2,0,2,10,10,10,1\r\n\r\n"
     "[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n"
     "Dialogue: 0,0:00:01.00,0:00:02.00,Main,,0,0,0,,{\\b1}第一行\r\n"
     "Dialogue: 0,0:00:03.00,0:00:04.00,Main,,0,0,0,,second, line\r\n");
@@ -68,8 +69,11 @@ TEST_F(TimingTest, NewDocumentIsAnEmptyAssScript)
     EXPECT_TRUE(out.startsWith(QStringLiteral("[Script Info]\r\n")));
     // Head, empty line, styles, empty line, events.
     EXPECT_TRUE(out.contains(QStringLiteral("WrapStyle:0\r\n\r\n[V4+ Styles]\r\n")));
-    EXPECT_TRUE(out.contains(QStringLiteral("Style: Default,楷体,25,&H00FFFFFF,&HF0000000,&H00000000,&HF0000000,1,0,0,0,100,100,0,0.00,1,1,0,2,30,30,10,134\r\n\r\n[Events]\r\n")));
-    EXPECT_TRUE(out.endsWith(QStringLiteral("Format: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text\r\n")));
+    EXPECT_TRUE(out.contains(QStringLiteral("Style: "
+                                            "Default,楷体,25,&H00FFFFFF,&HF0000000,&H00000000,&HF0000000,1,0,"
+                                            "0,0,100,100,0,0.00,1,1,0,2,30,30,10,134\r\n\r\n[Events]\r\n")));
+    EXPECT_TRUE(out.endsWith(QStringLiteral(
+        "Format: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text\r\n")));
 }
 
 TEST_F(TimingTest, ScriptTypeAndTimeFormatArePushedDown)
@@ -99,16 +103,19 @@ TEST_F(TimingTest, ReadsAWholeAssFileAndClearsChanged)
     EXPECT_TRUE(prompt.Messages().isEmpty());
 
     const QString out = doc->Content();
-    EXPECT_TRUE(out.contains(QStringLiteral("\r\n\r\n[Events]\r\nFormat: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text\r\n"
-                                            "Dialogue: 0,0:00:01.00,0:00:02.00,Main,,0000,0000,0000,,{\\b1}第一行\r\n"
-                                            "Dialogue: 0,0:00:03.00,0:00:04.00,Main,,0000,0000,0000,,second, line\r\n\r\n")));
+    EXPECT_TRUE(out.contains(
+        QStringLiteral("\r\n\r\n[Events]\r\nFormat: Layer, Start, End, Style, Actor, MarginL, MarginR, "
+                       "MarginV, Effect, Text\r\n"
+                       "Dialogue: 0,0:00:01.00,0:00:02.00,Main,,0000,0000,0000,,{\\b1}第一行\r\n"
+                       "Dialogue: 0,0:00:03.00,0:00:04.00,Main,,0000,0000,0000,,second, line\r\n\r\n")));
 }
 
 TEST_F(TimingTest, TimingOptionSelectsSections)
 {
     doc->setContent(smallAss);
     doc->TimingOption = 4 + 8 + 16;
-    EXPECT_EQ(doc->Content(), QStringLiteral("0:00:01.00,0:00:02.00,第一行\r\n0:00:03.00,0:00:04.00,second, line\r\n\r\n"));
+    EXPECT_EQ(doc->Content(),
+        QStringLiteral("0:00:01.00,0:00:02.00,第一行\r\n0:00:03.00,0:00:04.00,second, line\r\n\r\n"));
     EXPECT_EQ(doc->SSAContent->SaveOption, 28);
     doc->TimingOption = 2 + 64 + 4 + 8 + 16 + 32;
     const QString noHead = doc->Content();
@@ -120,7 +127,8 @@ TEST_F(TimingTest, TimingOptionSelectsSections)
 TEST_F(TimingTest, ExtraAndUnknownSectionsAndLineEnds)
 {
     QString withExtras = smallAss;
-    withExtras.replace(QStringLiteral("[Events]"), QStringLiteral("[Fonts]\r\nfontname: a.ttf\r\nM1!!\r\n\r\n[Graphics]\r\nx\r\n\r\n[Events]"));
+    withExtras.replace(QStringLiteral("[Events]"),
+        QStringLiteral("[Fonts]\r\nfontname: a.ttf\r\nM1!!\r\n\r\n[Graphics]\r\nx\r\n\r\n[Events]"));
     withExtras += QStringLiteral("[Aegisub Extradata]\r\nData: 1,x");
     prompt.DefaultYesNo = MsgBoxResult::Yes;
     doc->setContent(withExtras);
@@ -178,7 +186,7 @@ TEST_F(TimingTest, BadFieldsAskAndNoKeepsTheLinesRead)
     QString text = smallAss;
     text.replace(QStringLiteral("Dialogue: 0,0:00:03.00"), QStringLiteral("Dialogue: x,0:00:03.00"));
     text += QStringLiteral("Dialogue: 0,0:00:05.00,0:00:06.00,Main,,0,0,0,,third\r\n");
-    prompt.Answers = {MsgBoxResult::OK, MsgBoxResult::No};
+    prompt.Answers = { MsgBoxResult::OK, MsgBoxResult::No };
     doc->setContent(text);
     EXPECT_EQ(doc->SSAContent->Count(), 1);
     ASSERT_EQ(prompt.Messages().size(), 2); // the field message, then the question
@@ -187,16 +195,17 @@ TEST_F(TimingTest, BadFieldsAskAndNoKeepsTheLinesRead)
 TEST_F(TimingTest, PlainTextGoesToTheGridColumn)
 {
     FakeGrid grid;
-    grid.column = {QStringLiteral("old")};
+    grid.column = { QStringLiteral("old") };
     doc->setTimingTable(&grid);
     doc->setScriptType(7);
     doc->setChanged(true);
     doc->setContent(QStringLiteral("一\r\n二\r\n三"));
-    EXPECT_EQ(grid.column, (QStringList{QStringLiteral("一"), QStringLiteral("二"), QStringLiteral("三")}));
+    EXPECT_EQ(
+        grid.column, (QStringList { QStringLiteral("一"), QStringLiteral("二"), QStringLiteral("三") }));
     EXPECT_TRUE(doc->Changed());
     EXPECT_EQ(doc->TextColumn(), QStringLiteral("一\r\n二\r\n三"));
 
-    grid.column = {QStringLiteral("{\\i1}a\\Nb"), QStringLiteral("c")};
+    grid.column = { QStringLiteral("{\\i1}a\\Nb"), QStringLiteral("c") };
     EXPECT_EQ(doc->Content(), QStringLiteral("a b\r\nc\r\n"));
     EXPECT_EQ(grid.stores, 1);
 }
@@ -212,10 +221,11 @@ TEST_F(TimingTest, WithoutAGridPlainTextBecomesUntimedLines)
 TEST_F(TimingTest, GridIsStoredBeforeAssembling)
 {
     FakeGrid grid;
-    grid.column = {QStringLiteral("from grid")};
+    grid.column = { QStringLiteral("from grid") };
     doc->setContent(smallAss);
     doc->setTimingTable(&grid);
-    EXPECT_TRUE(doc->Content().endsWith(QStringLiteral("Dialogue: 0,0:00:00.00,0:00:01.00,Default,NTP,0000,0000,0000,,from grid\r\n")));
+    EXPECT_TRUE(doc->Content().endsWith(
+        QStringLiteral("Dialogue: 0,0:00:00.00,0:00:01.00,Default,NTP,0000,0000,0000,,from grid\r\n")));
 }
 
 TEST_F(TimingTest, ReactionOffsetsClampPushAndSave)
@@ -230,14 +240,17 @@ TEST_F(TimingTest, ReactionOffsetsClampPushAndSave)
     EXPECT_EQ(second->ReactOffsetEnd, -0.5);
     EXPECT_EQ(timings->ReactOffsetStart(), 0);
     EXPECT_EQ(timings->ReactOffsetEnd(), 0);
-    EXPECT_EQ(GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("TimingOffset")), QStringLiteral("-0.5"));
+    EXPECT_EQ(
+        GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("TimingOffset")), QStringLiteral("-0.5"));
 
     timings->setReactOffsetStart(0.25);
     timings->setReactOffsetEnd(-3);
     EXPECT_EQ(doc->ReactOffsetStart, 0.25);
     EXPECT_EQ(doc->ReactOffsetEnd, -1);
-    EXPECT_EQ(GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("TimingOffsetStart")), QStringLiteral("0.25"));
-    EXPECT_EQ(GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("TimingOffsetEnd")), QStringLiteral("-1"));
+    EXPECT_EQ(GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("TimingOffsetStart")),
+        QStringLiteral("0.25"));
+    EXPECT_EQ(
+        GetSetting(QStringLiteral("TimeOffset"), QStringLiteral("TimingOffsetEnd")), QStringLiteral("-1"));
     EXPECT_EQ(timings->Create()->ReactOffsetStart, 0.25);
 }
 
@@ -248,7 +261,8 @@ TEST_F(TimingTest, CreateNamesTheWindowAndSerialsNeverFall)
     EXPECT_EQ(t->SerialNo(), 2);
     EXPECT_EQ(t->TimingWindow, &window);
     EXPECT_EQ(window.property("Tag").toString(), QStringLiteral("2"));
-    EXPECT_EQ(window.property("windowTitle").toString(), Msg(QStringLiteral("TIMING_TITLE_000")) + QStringLiteral("(2)"));
+    EXPECT_EQ(window.property("windowTitle").toString(),
+        Msg(QStringLiteral("TIMING_TITLE_000")) + QStringLiteral("(2)"));
     EXPECT_EQ(timings->Item(QStringLiteral("2")), t);
     timings->Delete(QStringLiteral("2"));
     EXPECT_EQ(timings->Item(QStringLiteral("2")), nullptr);
@@ -291,7 +305,8 @@ Snapshot snapshot(CTiming &doc)
 {
     Snapshot s;
     for (CSSAContentLine *line : *doc.SSAContent) {
-        const int flags = int(line->m_Question) + 2 * int(line->m_Changed) + 4 * int(line->m_DisableCheckTiming);
+        const int flags
+            = int(line->m_Question) + 2 * int(line->m_Changed) + 4 * int(line->m_DisableCheckTiming);
         const QString text = line->Content();
         s.lines << (flags ? text + QStringLiteral(" flags ") + QString::number(flags) : text);
     }
@@ -317,13 +332,15 @@ Snapshot snapshot(CTiming &doc)
 void expectSameAfterSave(const Snapshot &first, const Snapshot &second, int scriptType)
 {
     auto filled = [](const QString &value) {
-        return value.trimmed().isEmpty() ? QStringLiteral(" ") + Msg(QStringLiteral("SUBINFO_MSG_106")) : value;
+        return value.trimmed().isEmpty() ? QStringLiteral(" ") + Msg(QStringLiteral("SUBINFO_MSG_106"))
+                                         : value;
     };
     EXPECT_EQ(second.lines, first.lines);
     if (first.styles.isEmpty()) {
         ASSERT_EQ(second.styles.size(), 1);
-        EXPECT_TRUE(second.styles[0].startsWith(scriptType == 1 ? QStringLiteral("Style: Default,楷体,24,")
-                                                                : QStringLiteral("Style: Default,simhei,18,")));
+        EXPECT_TRUE(
+            second.styles[0].startsWith(scriptType == 1 ? QStringLiteral("Style: Default,楷体,24,")
+                                                        : QStringLiteral("Style: Default,simhei,18,")));
     } else {
         EXPECT_EQ(second.styles, first.styles);
     }
@@ -354,7 +371,7 @@ TEST_F(TimingTest, RealScriptsSurviveAWriteAndARead)
     prompt.DefaultYesNo = MsgBoxResult::Yes;
     SetNow(QDateTime(QDate(2026, 3, 4), QTime(5, 6, 7)));
     int files = 0;
-    for (const QString sub : {QStringLiteral("ass"), QStringLiteral("ssa")}) {
+    for (const QString &sub : { QStringLiteral("ass"), QStringLiteral("ssa") }) {
         QDir dir(root + u'/' + sub);
         for (const QString &name : dir.entryList(QDir::Files)) {
             SCOPED_TRACE(name.toStdString());
@@ -365,7 +382,7 @@ TEST_F(TimingTest, RealScriptsSurviveAWriteAndARead)
             QString crlfText = read.Text;
             crlfText.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
             crlfText.replace(QStringLiteral("\n"), QStringLiteral("\r\n"));
-            const QString sources[2] = {read.Text, crlfText};
+            const QString sources[2] = { read.Text, crlfText };
             for (int variant = 0; variant < 2; ++variant) {
                 const QString &source = sources[variant];
                 auto list = Class::MakeCollection<CTimings>();
@@ -385,9 +402,11 @@ TEST_F(TimingTest, RealScriptsSurviveAWriteAndARead)
                 // From the first save on, a save is read back exactly but for two rules:
                 // each reading adds a blank line at the end, and a user comment line
                 // gains the blank written behind its ";".
-                EXPECT_EQ(withoutUserComments(written[2]), withoutUserComments(written[1]) + QStringLiteral("\r\n"));
-                if (variant == 1)
+                EXPECT_EQ(withoutUserComments(written[2]),
+                    withoutUserComments(written[1]) + QStringLiteral("\r\n"));
+                if (variant == 1) {
                     EXPECT_GT(docs[0]->SSAContent->Count(), 0);
+                }
             }
             ++files;
         }

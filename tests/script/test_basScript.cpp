@@ -36,7 +36,8 @@ TEST(basScript, FastTimesAgreeWithTheCodec)
     QString negative;
     AppendTime2(negative, -1);
     EXPECT_EQ(negative, TimeToString(-1, 2));
-    for (const char16_t *odd : {u"0:00:01.5", u"0:0a:01.50", u"x:00:01.50", u"0:00:01.555", u"00:00:01.5", u"", u"0-00-01-50"})
+    for (const char16_t *odd :
+        { u"0:00:01.5", u"0:0a:01.50", u"x:00:01.50", u"0:00:01.555", u"00:00:01.5", u"", u"0-00-01-50" })
         EXPECT_EQ(FastStringToTime(odd), StringToTime(odd)) << QString::fromUtf16(odd).toStdString();
 }
 
