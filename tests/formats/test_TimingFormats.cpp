@@ -1,0 +1,125 @@
+#include "FormatTestSupport.h"
+
+#include "core/Class.h"
+#include "formats/CTimingFormats.h"
+#include "formats/basFormatConvert.h"
+#include "script/CTiming.h"
+
+namespace {
+
+// Whether the document assembles the bodies of the other formats itself.
+template <typename T> constexpr bool assemblesBodies = requires(T &t)
+{
+    t.Formats;
+};
+
+// What a save of the document writes: the head the document gives for the type, then
+// the body, which the document adds itself once it holds the format bodies.
+template <typename T> QString saveOf(T &timing, const CTimingFormats &formats)
+{
+    QString out = timing.Content();
+    if constexpr (!assemblesBodies<T>)
+        EXPECT_TRUE(formats.AssembleBody(timing.ScriptType(), out));
+    return out;
+}
+
+// A timing document with the bodies of the other formats beside it, read and saved the
+// way the window does it: read the file, fill the events, assemble the file.
+class TimingFormats : public FormatTest
+{
+protected:
+    void SetUp() override
+    {
+        FormatTest::SetUp();
+        formats.Init(timing.get());
+    }
+    void open(qint32 type, const QString &text)
+    {
+        timing->setScriptType(type);
+        ASSERT_TRUE(formats.ReadBody(type, text));
+        ASSERT_TRUE(formats.FillEvents());
+    }
+    QString save() { return saveOf(*timing, formats); }
+    std::unique_ptr<CTiming> timing = Class::Make<CTiming>();
+    CTimingFormats formats;
+};
+
+TEST_F(TimingFormats, SrtFileBecomesEventsAndComesBackWithoutTheThirdDecimal)
+{
+    open(4, crlf({ "1", "00:00:25,369 --> 00:00:27,001", "Hello", "World", "", "" }));
+    EXPECT_EQ(timing->ScriptType(), 4);
+    const CSSAContent &events = *timing->SSAContent;
+    ASSERT_GE(events.Count(), 1);
+    const CSSAContentLine *line = events.At(0);
+    EXPECT_EQ(line->Style(), "*Default");
+    EXPECT_EQ(line->Owner(), "说话人");
+    EXPECT_EQ(line->Dialog(), "Hello\\NWorld");
+    EXPECT_DOUBLE_EQ(line->StartTime(), 25.36);
+    EXPECT_EQ(save(), "1\r\n00:00:25,360 --> 00:00:27,000\r\nHello\r\nWorld\r\n\r\n");
+    EXPECT_TRUE(prompt.Records.isEmpty());
+}
+
+TEST_F(TimingFormats, LrcTagsGoToTheHeadAndAreWrittenBack)
+{
+    open(8, crlf({ "[ti:song]", "[ar:me]", "[offset:-20]", "[00:01.00]a", "[00:02.00]b", "[00:04.00]", "" }));
+    EXPECT_EQ(timing->ScriptInfo->LrcName(), "song");
+    EXPECT_EQ(timing->ScriptInfo->LrcArtist(), "me");
+    EXPECT_DOUBLE_EQ(timing->ScriptInfo->LrcOffset(), -20);
+    EXPECT_EQ(save(), "[ti:song]\r\n[ar:me]\r\n[offset:-20]\r\n[00:01.00]a\r\n[00:02.00]b\r\n");
+}
+
+TEST_F(TimingFormats, SstHeadGoesToTheHeadAndPagesAreNumberedAnew)
+{
+    open(9,
+        crlf({ "st_format 2", "SP_NUMBER   START   END FILE_NAME", "7\t\t00:00:23:26\t00:00:25:23\t1.1.bmp",
+            "9\t\t00:00:26:00\t00:00:27:00\t1.2.bmp", "" }));
+    EXPECT_EQ(timing->ScriptInfo->SSTHead, "st_format 2\r\nSP_NUMBER   START   END FILE_NAME");
+    EXPECT_EQ(save(),
+        "st_format 2\r\nSP_NUMBER   START   END FILE_NAME\r\n"
+        "1\t\t00:00:23:26\t00:00:25:23\t1.1.bmp\r\n"
+        "2\t\t00:00:26:00\t00:00:27:00\t1.2.bmp\r\n");
+}
+
+TEST_F(TimingFormats, SmpSubTypeIsTheDocumentsAndIsWrittenBackTheSameWay)
+{
+    open(5, crlf({ "00:00:01:23     00:00:03:45     Hello  there" }));
+    EXPECT_EQ(timing->ScriptSubType(), 1);
+    EXPECT_EQ(timing->SSAContent->ScriptSubType, 1);
+    EXPECT_EQ(save(), "00:00:01:23     00:00:03:45     Hello  there\r\n");
+
+    open(5, crlf({ "00:00:01.2:Hello", "00:00:03.4:", "" }));
+    EXPECT_EQ(timing->ScriptSubType(), 0);
+    // The end mark is a blank line: it ends "Hello" and becomes no event of its own.
+    EXPECT_EQ(save(), "00:00:01.2:Hello\r\n00:00:03.4:\r\n");
+}
+
+TEST_F(TimingFormats, SamiOfAnEmptyDocumentIsHeadAndEmptyBody)
+{
+    open(3, QString());
+    EXPECT_EQ(save(), "<SAMI>\r\n" + basFormatConvert::SMIHeadText() + "<BODY>\r\n</BODY>\r\n</SAMI>");
+}
+
+TEST_F(TimingFormats, OtherTypesAreNotTheirs)
+{
+    QString out;
+    EXPECT_FALSE(formats.ReadBody(2, u"x"));
+    EXPECT_FALSE(formats.AssembleBody(7, out));
+    timing->setScriptType(2);
+    EXPECT_FALSE(formats.FillEvents());
+    EXPECT_FALSE(CTimingFormats::IsFormatType(7));
+    EXPECT_TRUE(CTimingFormats::IsFormatType(9));
+}
+
+TEST_F(TimingFormats, TypeComesBackWhenTheEventsFault)
+{
+    // 32,767 SYNCs fit the SAMI reader, but their events are more lines than the event
+    // list reads.
+    timing->setScriptType(3);
+    formats.ReadBody(
+        3, "<SAMI><BODY>" + QStringLiteral("<SYNC Start=1000><P>x").repeated(32767) + "</BODY></SAMI>");
+    EXPECT_EQ(formats.SMIContent->Count(), 32767);
+    EXPECT_THROW(formats.FillEvents(), VelmarError);
+    EXPECT_EQ(timing->ScriptType(), 3);
+}
+
+} // namespace
