@@ -35,6 +35,7 @@ void CTiming::Init(qint32 SerialNo, QObject *Window)
     SSAContent = Class::Make<CSSAContent>();
     SSAContent->setParent(this);
     Fonts = Class::MakeCollection<CFonts>();
+    Formats.Init(this);
     setScriptType(2);
     TimingOption = 255;
     setTimeFormat(0);
@@ -100,7 +101,10 @@ void CTiming::readBody(QStringView text)
     case 5: // SMP
     case 8: // LRC
     case 9: // SST
-        // The bodies of the other formats are read here, each by its own list class.
+        Formats.ReadBody(m_scriptType, text);
+        // The grid fills the events from the body when it loads; without one, here.
+        if (!TimingTable)
+            Formats.FillEvents();
         break;
     default:
         break;
@@ -142,14 +146,16 @@ void CTiming::assembleBody(QString &out)
         break;
     case 8: // LRC: the tags, then the converted lines
         out += ScriptInfo->Content();
+        Formats.AssembleBody(m_scriptType, out);
         break;
     case 9: // SST: the head, then the converted lines
         out += ScriptInfo->Content() + crlf;
+        Formats.AssembleBody(m_scriptType, out);
         break;
     case 3: // SAMI
     case 4: // SRT
     case 5: // SMP
-        // The converters of the other formats assemble from SSAContent here.
+        Formats.AssembleBody(m_scriptType, out);
         break;
     default:
         break;

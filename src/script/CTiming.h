@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/isub.h"
+#include "formats/CTimingFormats.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 #include "script/CSubInfo.h"
@@ -29,6 +30,9 @@ public:
     std::unique_ptr<CFonts> Fonts;
     std::unique_ptr<CSubInfo> ScriptInfo;
     std::unique_ptr<CSSAContent> SSAContent;
+    // The bodies of the other file formats: SMIContent, SMPContent, SRTContent,
+    // LRCContent and SSTContent, read and assembled through it.
+    CTimingFormats Formats;
     QObject *TranslateWindow = nullptr;
     QObject *TimingWindow = nullptr;
     ITimingGrid *TimingTable = nullptr;

@@ -7,41 +7,20 @@
 
 namespace {
 
-// Whether the document assembles the bodies of the other formats itself.
-template <typename T> constexpr bool assemblesBodies = requires(T &t)
-{
-    t.Formats;
-};
-
-// What a save of the document writes: the head the document gives for the type, then
-// the body, which the document adds itself once it holds the format bodies.
-template <typename T> QString saveOf(T &timing, const CTimingFormats &formats)
-{
-    QString out = timing.Content();
-    if constexpr (!assemblesBodies<T>)
-        EXPECT_TRUE(formats.AssembleBody(timing.ScriptType(), out));
-    return out;
-}
-
 // A timing document with the bodies of the other formats beside it, read and saved the
 // way the window does it: read the file, fill the events, assemble the file.
 class TimingFormats : public FormatTest
 {
 protected:
-    void SetUp() override
-    {
-        FormatTest::SetUp();
-        formats.Init(timing.get());
-    }
     void open(qint32 type, const QString &text)
     {
         timing->setScriptType(type);
-        ASSERT_TRUE(formats.ReadBody(type, text));
-        ASSERT_TRUE(formats.FillEvents());
+        ASSERT_TRUE(timing->Formats.ReadBody(type, text));
+        ASSERT_TRUE(timing->Formats.FillEvents());
     }
-    QString save() { return saveOf(*timing, formats); }
+    QString save() { return timing->Content(); }
     std::unique_ptr<CTiming> timing = Class::Make<CTiming>();
-    CTimingFormats formats;
+    CTimingFormats &formats = timing->Formats;
 };
 
 TEST_F(TimingFormats, SrtFileBecomesEventsAndComesBackWithoutTheThirdDecimal)
