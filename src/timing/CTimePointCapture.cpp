@@ -17,6 +17,7 @@
 #include "timing/CTimingGrid.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -34,6 +35,15 @@ void Report(const char *key)
 [[noreturn]] void NoPlayer()
 {
     throw VelmarError(91, QStringLiteral("Object variable or With block variable not set"));
+}
+
+// The time string of a stamp. A time that no string can hold (not a number, or beyond
+// any film) is a run-time fault of the stroke, not a cell text.
+QString StampText(double seconds)
+{
+    if (std::isnan(seconds) || seconds > 1e12)
+        throw VelmarError::Overflow();
+    return TimeToString(seconds, 2);
 }
 
 } // namespace
@@ -203,7 +213,7 @@ bool CTimePointCapture::SetStartTimePoint(std::optional<double> time)
                 NoPlayer();
             seconds = player->CurrentPosition() + m_doc.ReactOffsetStart;
         }
-        const QString stamp = TimeToString(seconds, 2);
+        const QString stamp = StampText(seconds);
         grid.setText(stamp);
         m_grid.TellPreview(kStart, row);
         grid.setCol(kEnd);
@@ -251,7 +261,7 @@ bool CTimePointCapture::SetEndTimePoint(std::optional<double> time)
         grid.setRow(row);
         grid.setCol(kEnd);
         const double seconds = time ? *time : player->CurrentPosition() + m_doc.ReactOffsetEnd;
-        grid.setText(TimeToString(seconds, 2));
+        grid.setText(StampText(seconds));
         m_grid.TellPreview(kEnd, row);
         MoveToNextRow();
         grid.setCol(kStart);

@@ -5,6 +5,7 @@
 #include "script/CTimings.h"
 
 #include <QObject>
+#include <cmath>
 
 namespace {
 
@@ -235,6 +236,17 @@ TEST_F(CaptureTest, AFailingControlReportsOnceAndStampsItsFallback)
     Down(F8);
     EXPECT_EQ(prompt.Messages(), QStringList { "取得时间错误" });
     EXPECT_EQ(Cell(3, 1), "0:00:00.00");
+}
+
+TEST_F(CaptureTest, ATimeNoStringCanHoldIsAFaultOfTheStroke)
+{
+    Activate(3, 1);
+    EXPECT_FALSE(capture->SetStartTimePoint(std::nan("")));
+    EXPECT_FALSE(capture->SetEndTimePoint(1e300));
+    EXPECT_EQ(prompt.Messages(), QStringList({ "设置开始时间点出错", "设置结束时间点出错" }));
+    EXPECT_EQ(Cell(3, 1), "");
+    EXPECT_EQ(Cell(4, 1), "");
+    EXPECT_FALSE(doc.Changed());
 }
 
 // ---- the time handed out by the document list ------------------------------------------
