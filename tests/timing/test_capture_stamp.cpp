@@ -153,14 +153,12 @@ TEST_F(CaptureTest, AutoEndInRowOneChangesNoOtherRow)
     for (int row = 2; row <= g().MaxRows(); ++row)
         EXPECT_EQ(Cell(4, row), "") << row;
     EXPECT_EQ(Cell(3, 2), "0:00:30.00");
-}
 
-TEST_F(CaptureTest, WithoutAutoEndTheRowAboveStays)
-{
-    g().SetText(3, 1, QStringLiteral("0:00:01.00"));
-    Activate(3, 2);
+    // Without the mode the row above stays as it is.
+    doc.AutoEndTimePoint = false;
+    Activate(3, 3);
     Down(F8);
-    EXPECT_EQ(Cell(4, 1), "");
+    EXPECT_EQ(Cell(4, 2), "");
 }
 
 // ---- pause after each line -------------------------------------------------------------
@@ -285,13 +283,6 @@ TEST_F(CaptureTest, SendNewTimeStampsTheActiveCellOfTheActiveWindowOnly)
     EXPECT_EQ(activeGrid.Spread().GetText(15, 2), "");
     EXPECT_EQ(activeGrid.Spread().GetText(3, 2), "");
     EXPECT_TRUE(prompt.Messages().isEmpty());
-}
-
-TEST_F(CaptureTest, TheCaptureLetsGoOfTheDocumentWhenItEnds)
-{
-    EXPECT_TRUE(bool(doc.OnNewTime));
-    capture.reset();
-    EXPECT_FALSE(bool(doc.OnNewTime));
 }
 
 } // namespace
