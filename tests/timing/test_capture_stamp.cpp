@@ -1,8 +1,10 @@
 #include "test_capture_fixture.h"
 
 #include "core/Class.h"
+#include "core/basMain.h"
 #include "core/basMessage.h"
 #include "script/CTimings.h"
+#include "timing/basCapture.h"
 
 #include <QObject>
 #include <cmath>
@@ -276,12 +278,23 @@ TEST_F(CaptureTest, SendNewTimeStampsTheActiveCellOfTheActiveWindowOnly)
     EXPECT_EQ(activeGrid.Spread().ActiveRow(), 2);
     EXPECT_EQ(otherGrid.Spread().GetText(4, 1), "");
 
+    // A copied text goes the same way while the clipboard is watched.
+    const bool watching = AutoGetClipBoard;
+    AutoGetClipBoard = false;
+    EXPECT_FALSE(SendClipboardTime(*timings, QStringLiteral("1:05")));
+    EXPECT_EQ(activeGrid.Spread().GetText(3, 2), "");
+    AutoGetClipBoard = true;
+    EXPECT_FALSE(SendClipboardTime(*timings, QStringLiteral("not a time")));
+    EXPECT_TRUE(SendClipboardTime(*timings, QStringLiteral("1:05")));
+    EXPECT_EQ(activeGrid.Spread().GetText(3, 2), "0:01:05.00");
+    AutoGetClipBoard = watching;
+
     // In the dialogue column nothing happens.
     activeGrid.Spread().setCol(15);
     activeGrid.Spread().ActivateCell();
     timings->SendNewTime(70);
     EXPECT_EQ(activeGrid.Spread().GetText(15, 2), "");
-    EXPECT_EQ(activeGrid.Spread().GetText(3, 2), "");
+    EXPECT_EQ(activeGrid.Spread().GetText(4, 2), "");
     EXPECT_TRUE(prompt.Messages().isEmpty());
 }
 
