@@ -1,7 +1,10 @@
 #include "effects/basEffectApply.h"
 
 #include "core/IPrompt.h"
+#include "effects/CKaraokeRecording.h"
 #include "effects/basEffectSpecial.h"
+#include "effects/basEffectTag.h"
+#include "script/CTiming.h"
 #include "timing/CSpreadCellKeeper.h"
 #include "timing/CTimingGrid.h"
 
@@ -35,6 +38,22 @@ bool ApplyResult(CTimingGrid *grid, const QString &result)
         }
     }
     spread.ActivateCell();
+    return true;
+}
+
+bool RecordKaraokeLyric(CTiming &timing, CTimingGrid &grid, double currentPosition, const QString &lyric)
+{
+    CKaraokeRecording recording { timing.KaraOKRecording, timing.KaraOKStartTime, false };
+    CSpread &spread = grid.Spread();
+    if (!recording.KaraOKRecording)
+        return false;
+    spread.setRow(spread.ActiveRow());
+    spread.setCol(CTimingGrid::ColDialog);
+    QString text = spread.Text();
+    basEffectTag::RecordKaraokeLyric(recording, currentPosition, timing.ReactOffsetStart, text, lyric);
+    spread.setText(text);
+    timing.KaraOKStartTime = recording.KaraOKStartTime;
+    timing.setChanged(true);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class CTiming;
 class CTimingGrid;
 
 // Putting a generated effect into a timing document.
@@ -13,5 +14,11 @@ namespace basEffectApply {
 // after the text are never the grid's last. The grid's current cell is put back and activated. Without a grid
 // the message "没有找到时间轴窗口" is shown and false returned.
 bool ApplyResult(CTimingGrid *grid, const QString &result);
+
+// One recorded karaoke syllable of a timing document: while the document records, the
+// grid's current cell goes to the dialogue of the active row and gets "{\K..}" with the
+// hundredths (rounded down) since the last stroke, then the lyric; the stroke time moves
+// on and the document is changed. `currentPosition` is the player's, in seconds.
+bool RecordKaraokeLyric(CTiming &timing, CTimingGrid &grid, double currentPosition, const QString &lyric);
 
 } // namespace basEffectApply

@@ -1,6 +1,8 @@
 #include "core/CScriptedPrompt.h"
+#include "core/Class.h"
 #include "effects/basEffectApply.h"
 #include "effects/basEffectSpecial.h"
+#include "script/CTiming.h"
 #include "timing/CSpread.h"
 #include "timing/CTimingGrid.h"
 #include "timing/ITimingPreviewHooks.h"
@@ -127,4 +129,29 @@ TEST(TimeDifferenceGrid, FillsTheWindowGridAsTheSmallOne)
     EXPECT_EQ(grid.GetText(1, 7), QString());
     EXPECT_EQ(grid.Row(), 1);
     EXPECT_EQ(grid.Col(), 1);
+}
+
+TEST_F(EffectApply, KaraokeSyllablesGoIntoTheActiveDialogue)
+{
+    auto timing = Class::Make<CTiming>();
+    CSpread &spread = grid.Spread();
+    spread.SetText(CTimingGrid::ColDialog, 2, QStringLiteral("{\\K10}a"));
+    spread.SetActiveCell(3, 2);
+    timing->ReactOffsetStart = -0.2;
+    timing->KaraOKStartTime = 10.0;
+
+    EXPECT_FALSE(basEffectApply::RecordKaraokeLyric(*timing, grid, 12, QStringLiteral("b"))); // not recording
+    EXPECT_EQ(dialog(2), QStringLiteral("{\\K10}a"));
+    EXPECT_FALSE(timing->Changed());
+
+    timing->KaraOKRecording = true;
+    // 10.456 + (-0.2) - 10 = 0.256 s: 25 hundredths, rounded down
+    EXPECT_TRUE(basEffectApply::RecordKaraokeLyric(*timing, grid, 10.456, QStringLiteral("b")));
+    EXPECT_EQ(dialog(2), QStringLiteral("{\\K10}a{\\K25}b"));
+    EXPECT_DOUBLE_EQ(timing->KaraOKStartTime, 10.256);
+    EXPECT_TRUE(timing->Changed());
+    EXPECT_EQ(spread.Row(), 2);
+    EXPECT_EQ(spread.Col(), CTimingGrid::ColDialog);
+    EXPECT_TRUE(basEffectApply::RecordKaraokeLyric(*timing, grid, 11.256 + 0.2, QStringLiteral("歌")));
+    EXPECT_EQ(dialog(2), QStringLiteral("{\\K10}a{\\K25}b{\\K100}歌"));
 }
