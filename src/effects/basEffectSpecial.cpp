@@ -4,6 +4,7 @@
 #include "core/basConvert.h"
 #include "core/basTime.h"
 #include "effects/basEffectTag.h"
+#include "timing/CSpread.h"
 
 #include <cmath>
 #include <utility>
@@ -220,26 +221,30 @@ CEffectResult BuildKaraokePlus(const CEffectArgs &args)
     return result;
 }
 
-void BuildTimeDifference(int option, const QString &countText, CEffectSpread &grid)
+namespace {
+
+// The time-difference filling over any grid that reads and writes cells by row and
+// column from 1 and grows by rows.
+template <typename Cells> void timeDifference(int option, const QString &countText, Cells cells)
 {
     const qint32 count = CLng(countText);
     const int last = qMin(count, MaxTimeDifferenceRows);
     qint32 k = 0; // not reset between the columns
     for (int col = 1; col <= 2; ++col) {
-        const double t1 = StringToTime(grid.Text(1, col));
+        const double t1 = StringToTime(cells.text(1, col));
         double d = 0, acc = 0;
         int firstRow = 0, lastRow = 0;
         if (option == 0) {
-            d = StringToTime(grid.Text(2, col)) - t1;
+            d = StringToTime(cells.text(2, col)) - t1;
             firstRow = 3;
             lastRow = last;
         } else if (option == 1) {
-            d = StringToTime(grid.Text(2, col)) - t1;
-            acc = StringToTime(grid.Text(3, col)) - t1 - 2 * d;
+            d = StringToTime(cells.text(2, col)) - t1;
+            acc = StringToTime(cells.text(3, col)) - t1 - 2 * d;
             firstRow = 4;
             lastRow = last;
         } else if (option == 2) {
-            d = divide(StringToTime(grid.Text(count, col)) - t1, double(count) - 1);
+            d = divide(StringToTime(cells.text(count, col)) - t1, double(count) - 1);
             firstRow = 2;
             lastRow = last - 1;
         } else {
@@ -247,13 +252,43 @@ void BuildTimeDifference(int option, const QString &countText, CEffectSpread &gr
         }
         double t = t1 + (firstRow - 1) * d + k * acc;
         for (int r = firstRow; r <= lastRow; ++r) {
-            if (grid.MaxRows() <= r)
-                grid.setMaxRows(r + 1);
-            grid.setText(r, col, TimeToString(t, 2));
+            if (cells.maxRows() <= r)
+                cells.setMaxRows(r + 1);
+            cells.setText(r, col, TimeToString(t, 2));
             k = r;
             t = t + d + r * acc;
         }
     }
+}
+
+struct EffectSpreadCells
+{
+    CEffectSpread &grid;
+    QString text(int row, int col) const { return grid.Text(row, col); }
+    void setText(int row, int col, const QString &text) { grid.setText(row, col, text); }
+    int maxRows() const { return grid.MaxRows(); }
+    void setMaxRows(int rows) { grid.setMaxRows(rows); }
+};
+
+struct SpreadCells
+{
+    CSpread &grid;
+    QString text(int row, int col) const { return grid.GetText(col, row); }
+    void setText(int row, int col, const QString &text) { grid.SetText(col, row, text); }
+    int maxRows() const { return grid.MaxRows(); }
+    void setMaxRows(int rows) { grid.setMaxRows(rows); }
+};
+
+} // namespace
+
+void BuildTimeDifference(int option, const QString &countText, CEffectSpread &grid)
+{
+    timeDifference(option, countText, EffectSpreadCells { grid });
+}
+
+void BuildTimeDifference(int option, const QString &countText, CSpread &grid)
+{
+    timeDifference(option, countText, SpreadCells { grid });
 }
 
 QStringList SplitResultText(const QString &text)

@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+class CSpread;
+
 // The special effects of the effect window: pure text builders over the values of a
 // page. They check nothing: a box that holds no number raises VelmarError 13, a result
 // out of range 6, a division by zero 11 (6 for 0 / 0), and then there is no result.
@@ -47,6 +49,9 @@ CEffectResult BuildKaraokePlus(const CEffectArgs &args);
 // 2, option 1 adds the acceleration of row 3, option 2 divides the span between row 1
 // and row `count` evenly. The grid grows to one row past the last written.
 void BuildTimeDifference(int option, const QString &count, CEffectSpread &grid);
+// The same on the window's grid of two time columns; the grid's current cell and
+// selection are left alone.
+void BuildTimeDifference(int option, const QString &count, CSpread &grid);
 
 // The parts that applying a result writes into the dialogue cells, one a row: the text
 // split at CR LF, an empty part after a final line end included.

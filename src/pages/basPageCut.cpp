@@ -81,6 +81,23 @@ std::pair<QString, QString> PageListFolder(const QString &name)
     return { folder, folder + u'/' + name };
 }
 
+QString PageTimeString(double seconds)
+{
+    const QString t = TimeToString(seconds, 2);
+    const qsizetype point = t.lastIndexOf(u'.');
+    return u'0' + t.left(7) + u':' + (point < 0 ? QString() : t.mid(point + 1, 2));
+}
+
+double PageTimeFromString(QStringView text)
+{
+    QString s = text.toString();
+    if (s.size() >= 3 && (s[s.size() - 3] == u':' || s[s.size() - 3] == u'.'))
+        s[s.size() - 3] = u'.';
+    else if (s.size() >= 2)
+        s.insert(s.size() - 2, u'.');
+    return LooseStringToTime(s);
+}
+
 QString PageListLine(int number, const QString &start, const QString &end, const QString &fileName)
 {
     return QString::number(number) + QStringLiteral("\t\t") + start + u'\t' + end + u'\t' + fileName

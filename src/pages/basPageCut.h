@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringView>
 
 #include <utility>
 
@@ -32,6 +33,12 @@ QString PageBitmapName(const QString &name, qint64 serialNo);
 // The folder of the page list and its full name: a name with a folder keeps it; a bare
 // name goes into the program's own folder. Either separator is taken as a folder cut.
 std::pair<QString, QString> PageListFolder(const QString &name);
+
+// A time in the page-list form "hh:mm:ss:cc": hundredths behind a colon, as the
+// DVD tools read them (23.26 seconds is "00:00:23:26").
+QString PageTimeString(double seconds);
+// Reads that form back; a point in place of the last colon is taken as well.
+double PageTimeFromString(QStringView text);
 
 // The line of a page in the page list: number, two tabs, start, tab, end, tab, file.
 QString PageListLine(int number, const QString &start, const QString &end, const QString &fileName);

@@ -2,6 +2,7 @@
 
 #include "core/basConvert.h"
 #include "pages/IPictureBox.h"
+#include "script/CSSAContentLine.h"
 
 #include <QStringList>
 
@@ -45,6 +46,15 @@ bool isTop(const CPageLine &line)
 }
 
 } // namespace
+
+QString PreviewDialog(const QString &dialog)
+{
+    QString text = dialog;
+    text.replace(QStringLiteral("\\N"), QStringLiteral("\r\n"));
+    text.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"));
+    text.replace(QStringLiteral("\\h"), QStringLiteral(" "));
+    return StripOverrides(text);
+}
 
 bool Overlaps(qint32 y, qint32 height, const CPageLine &other)
 {

@@ -4,6 +4,7 @@
 #include "pages/CPageMargins.h"
 
 #include <QList>
+#include <QString>
 
 class IPictureBox;
 
@@ -16,6 +17,10 @@ namespace basPageLayout {
 // that it would touch. Every row of a text is centred. Sets DisplayY, DisplayHeight
 // and Displayed of each line.
 void DisplayPageLines(IPictureBox &box, QList<CPageLine> &lines, const CPageMargins &margins = {});
+
+// The text of a script line as a page or the preview prints it: "\N" and "\n" become
+// CR LF, "\h" a blank, and override blocks "{\...}" go (an unclosed one cuts the text).
+QString PreviewDialog(const QString &dialog);
 
 // Whether two placed spans come closer than one unit.
 bool Overlaps(qint32 y, qint32 height, const CPageLine &other);

@@ -102,3 +102,13 @@ TEST(PageLayout, RowsAreCentredInThePrimaryColour)
     EXPECT_GT(rows.first(), 484 / 2) << "a bottom line stands in the lower half";
     EXPECT_LE(rows.last(), 484 - 800 / 15);
 }
+
+TEST(PageLayout, PreviewTextOfALine)
+{
+    EXPECT_EQ(PreviewDialog(QStringLiteral("{\\fad(100,100)}abc\\Ndef")), QStringLiteral("abc\r\ndef"));
+    EXPECT_EQ(PreviewDialog(QStringLiteral("a\\nb\\hc")), QStringLiteral("a\r\nb c"));
+    EXPECT_EQ(PreviewDialog(QStringLiteral("abc{\\b1")), QStringLiteral("abc"));
+    EXPECT_EQ(PreviewDialog(QStringLiteral("{a}b{\\i1}c")), QStringLiteral("{a}bc"));
+    // a pair that only meets once a block is gone turns into a blank
+    EXPECT_EQ(PreviewDialog(QStringLiteral("x\\{\\b1}Ny")), QStringLiteral("x y"));
+}
