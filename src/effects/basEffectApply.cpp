@@ -2,7 +2,7 @@
 
 #include "core/IPrompt.h"
 #include "effects/CKaraokeRecording.h"
-#include "effects/basEffectSpecial.h"
+#include "effects/basEffectFx.h"
 #include "effects/basEffectTag.h"
 #include "script/CTiming.h"
 #include "timing/CSpreadCellKeeper.h"
@@ -21,7 +21,7 @@ bool ApplyResult(CTimingGrid *grid, const QString &result)
         const CSpreadCellKeeper keep(spread);
         // Without an active line the writing starts at the first one, not in the head.
         int row = qMax(spread.ActiveRow(), 1);
-        for (const QString &part : basEffectSpecial::SplitResultText(result)) {
+        for (const QString &part : basEffectFx::SplitResultText(result)) {
             spread.setCol(CTimingGrid::ColDialog);
             spread.setRow(row);
             spread.SetText(CTimingGrid::ColDialog, row, part);

@@ -1,7 +1,7 @@
 #include "core/CScriptedPrompt.h"
 #include "core/Class.h"
 #include "effects/basEffectApply.h"
-#include "effects/basEffectSpecial.h"
+#include "effects/basEffectFx.h"
 #include "script/CTiming.h"
 #include "timing/CSpread.h"
 #include "timing/CTimingGrid.h"
@@ -118,7 +118,7 @@ TEST(TimeDifferenceGrid, FillsTheWindowGridAsTheSmallOne)
             grid.SetText(c + 1, r + 1, QString::fromUtf16(rows[r][c]));
     grid.setRow(1);
     grid.setCol(1);
-    basEffectSpecial::BuildTimeDifference(1, QStringLiteral("6"), grid);
+    basEffectFx::BuildTimeDifference(1, QStringLiteral("6"), grid);
     // d = 1 and acc = 1; the row counter runs on into the second column
     EXPECT_EQ(grid.GetText(1, 4), QStringLiteral("0:00:04.00"));
     EXPECT_EQ(grid.GetText(1, 5), QStringLiteral("0:00:09.00"));

@@ -1,12 +1,12 @@
 #include "core/VelmarError.h"
 #include "effects/CEffectHistory.h"
-#include "effects/basEffectSpecial.h"
+#include "effects/basEffectFx.h"
 
 #include "QtPrinters.h"
 
 #include <gtest/gtest.h>
 
-using namespace basEffectSpecial;
+using namespace basEffectFx;
 
 namespace {
 

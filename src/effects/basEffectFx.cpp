@@ -1,4 +1,4 @@
-#include "effects/basEffectSpecial.h"
+#include "effects/basEffectFx.h"
 
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
@@ -11,7 +11,7 @@
 
 using namespace basConvert;
 
-namespace basEffectSpecial {
+namespace basEffectFx {
 
 namespace {
 
@@ -296,4 +296,4 @@ QStringList SplitResultText(const QString &text)
     return text.split(QStringLiteral("\r\n"));
 }
 
-} // namespace basEffectSpecial
+} // namespace basEffectFx

@@ -15,7 +15,7 @@ class CSpread;
 // page. They check nothing: a box that holds no number raises VelmarError 13, a result
 // out of range 6, a division by zero 11 (6 for 0 / 0), and then there is no result.
 // Characters are 16-bit units, so a Chinese character is one character.
-namespace basEffectSpecial {
+namespace basEffectFx {
 
 // Guard against a cycle time of zero or a tiny cycle over a huge span: the colour steps
 // of the whole text stop here instead of running without end or filling the memory.
@@ -57,4 +57,4 @@ void BuildTimeDifference(int option, const QString &count, CSpread &grid);
 // split at CR LF, an empty part after a final line end included.
 QStringList SplitResultText(const QString &text);
 
-} // namespace basEffectSpecial
+} // namespace basEffectFx
