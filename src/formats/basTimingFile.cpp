@@ -1,0 +1,91 @@
+#include "formats/basTimingFile.h"
+
+#include "core/IPrompt.h"
+#include "core/basText.h"
+#include "formats/CFileOptionModel.h"
+#include "script/CTiming.h"
+#include "shell/CRecentFile.h"
+
+namespace basTimingFile {
+
+qint32 OpenTypeFromExtension(const QString &fileName)
+{
+    const qsizetype dot = fileName.lastIndexOf(u'.');
+    const qsizetype slash = qMax(fileName.lastIndexOf(u'/'), fileName.lastIndexOf(u'\\'));
+    if (dot < 0 || dot < slash)
+        return 7;
+    const QString ext = fileName.mid(dot + 1).toUpper();
+    if (ext == u"TXT")
+        return 7;
+    if (ext == u"SSA")
+        return 1;
+    if (ext == u"ASS")
+        return 2;
+    if (ext == u"SMI")
+        return 3;
+    if (ext == u"SRT")
+        return 4;
+    if (ext == u"LRC")
+        return 8;
+    if (ext == u"SST")
+        return 9;
+    if (ext == u"SMP")
+        return 5;
+    return 7;
+}
+
+static void loadGrid(CTiming &)
+{
+    // The grid exchange of the timing grid is attached here once it exists.
+}
+
+OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
+{
+    const qint32 type = openAs >= 0 ? openAs : OpenTypeFromExtension(fileName);
+    const WholeFileRead read = ReadWholeFile(fileName, false);
+    if (!read.Ok) {
+        MsgBox(QString::fromUtf16(u" 无法打开文件。 ") + fileName);
+        return OpenResult::Unreadable;
+    }
+    if (read.Empty)
+        return OpenResult::Empty;
+    doc.setScriptType(type);
+    doc.FileCode = read.Unicode ? -1 : 0;
+    doc.TimingOption = 255;
+    doc.setContent(read.Text);
+    if (type != 7)
+        loadGrid(doc);
+    doc.setChanged(false);
+    doc.setFileName(fileName);
+    const bool initScript = fileName.endsWith(QStringLiteral("/Init.ass"), Qt::CaseInsensitive)
+        || fileName.endsWith(QStringLiteral("\\Init.ass"), Qt::CaseInsensitive);
+    if (RecentFile && !initScript)
+        RecentFile->InsertRecentFileList(fileName, type);
+    return OpenResult::Opened;
+}
+
+void PrepareSave(CFileOptionModel &model, CTiming &doc)
+{
+    model.Init();
+    model.ParentWindowType = 0;
+    model.TimingDocument = &doc;
+    model.FileName = doc.FileName();
+    model.FileCode = doc.FileCode;
+    model.TimingOption = doc.TimingOption;
+    model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
+    model.setOperation(2);
+    model.setTimeFormat(doc.TimeFormat());
+    model.UpdateContentByClass();
+}
+
+void TakeOverSave(CTiming &doc, const CFileOptionModel &model)
+{
+    doc.setFileName(model.FileName);
+    doc.setScriptType(model.ScriptType());
+    doc.setScriptSubType(model.ScriptSubType());
+    doc.TimingOption = model.TimingOption;
+    doc.FileCode = model.FileCode;
+    doc.setChanged(false);
+}
+
+} // namespace basTimingFile
