@@ -174,7 +174,7 @@ QString CTiming::TextColumn() const
 
 void CTiming::FillTextColumn(QStringView text)
 {
-    const std::vector<QStringView> lines = basScript::SplitLines(text);
+    const QList<QStringView> lines = basScript::SplitLines(text);
     if (TimingTable) {
         QStringList column;
         column.reserve(qsizetype(lines.size()));
