@@ -3,6 +3,7 @@
 #include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
 #include "timing/ITimingPreviewHooks.h"
+#include "timing/basLineOps.h"
 
 #include <benchmark/benchmark.h>
 
@@ -69,3 +70,28 @@ static void BM_StoreGrid30k(benchmark::State &state)
         loaded.grid.StoreGridToContent(*target);
 }
 BENCHMARK(BM_StoreGrid30k)->Unit(benchmark::kMillisecond);
+
+// Times of one row near the top go down by a row: the grid grows by one row each time.
+static void BM_InsertRows30k(benchmark::State &state)
+{
+    Loaded loaded;
+    CSpread &grid = loaded.grid.Spread();
+    grid.setRow(5);
+    grid.setCol(CTimingGrid::ColStartTime);
+    grid.ActivateCell();
+    for (auto _ : state)
+        basLineOps::InsertRows(loaded.grid, basLineOps::TimeCells);
+}
+BENCHMARK(BM_InsertRows30k)->Unit(benchmark::kMillisecond);
+
+static void BM_DeleteRows30k(benchmark::State &state)
+{
+    Loaded loaded;
+    CSpread &grid = loaded.grid.Spread();
+    grid.setRow(5);
+    grid.setCol(CTimingGrid::ColStartTime);
+    grid.ActivateCell();
+    for (auto _ : state)
+        basLineOps::DeleteRows(loaded.grid, basLineOps::TimeCells);
+}
+BENCHMARK(BM_DeleteRows30k)->Unit(benchmark::kMillisecond);
