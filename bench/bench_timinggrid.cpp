@@ -1,9 +1,11 @@
 #include "core/Class.h"
+#include "core/basMain.h"
 #include "script/CSSAContent.h"
 #include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
 #include "timing/ITimingPreviewHooks.h"
 #include "timing/basLineOps.h"
+#include "timing/basTimeAdjust.h"
 
 #include <benchmark/benchmark.h>
 
@@ -95,3 +97,19 @@ static void BM_DeleteRows30k(benchmark::State &state)
         basLineOps::DeleteRows(loaded.grid, basLineOps::TimeCells);
 }
 BENCHMARK(BM_DeleteRows30k)->Unit(benchmark::kMillisecond);
+
+// Both time columns of every row, the overlap guard off. Each run shifts by +0.1 and
+// then by -0.1 half of the time, so the times stay in range.
+static void BM_ShiftAll30k(benchmark::State &state)
+{
+    Loaded loaded;
+    AvoidOverlapTiming = false;
+    loaded.grid.Spread().SetSelection(
+        { CSpreadBlock { -1, CTimingGrid::ColStartTime, -1, CTimingGrid::ColEndTime } });
+    double delta = 0.1;
+    for (auto _ : state) {
+        basTimeAdjust::ShiftTimes(loaded.grid, delta);
+        delta = -delta;
+    }
+}
+BENCHMARK(BM_ShiftAll30k)->Unit(benchmark::kMillisecond);
