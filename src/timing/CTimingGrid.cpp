@@ -304,11 +304,18 @@ bool CTimingGrid::RowCheckDisabled(int row) const
 
 void CTimingGrid::SetDocument(CTiming *document)
 {
+    const auto attach = [](CTiming *doc, ITimingGrid *grid) {
+        // A document not yet set up has no event list to tell.
+        if (doc->SSAContent)
+            doc->setTimingTable(grid);
+        else
+            doc->TimingTable = grid;
+    };
     if (m_document && m_document != document && m_document->TimingTable == this)
-        m_document->setTimingTable(nullptr);
+        attach(m_document, nullptr);
     m_document = document;
     if (m_document)
-        m_document->setTimingTable(this);
+        attach(m_document, this);
 }
 
 const CFonts *CTimingGrid::DocumentFonts() const
@@ -500,7 +507,7 @@ void CTimingGrid::LoadRow(
 void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
 {
     CSpread &grid = *m_spread;
-    grid.setReDraw(false);
+    const CSpreadDrawingStop stop(grid);
     ResetGrid();
 
     if (!fonts && content.Parent() && content.Parent()->Fonts)
@@ -535,7 +542,6 @@ void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
     }
     grid.setRow(1);
     grid.setCol(ColStartTime);
-    grid.setReDraw(true);
 }
 
 void CTimingGrid::StoreRow(int row, CSSAContentLine &line, const QStringList &effects) const

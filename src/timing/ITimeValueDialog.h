@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class CSliderTimeModel;
 
 // The time value dialog as the logic needs it: shown modally over a prepared model
@@ -11,4 +13,7 @@ public:
     virtual ~ITimeValueDialog() = default;
 
     virtual void ShowModal(CSliderTimeModel &model) = 0;
+    // Called before showing, with the OnTop setting: a dialog over a topmost frame must
+    // be topmost too.
+    virtual void SetTopMost(bool on) { Q_UNUSED(on); }
 };

@@ -261,6 +261,7 @@ void AskTimeAdjust(CTimingGrid &form, int kind, ITimeValueDialog *dialog)
         model.setTitle(Msg(QStringLiteral("AJUST_TIME_MSG_300")));
 
         if (dialog) {
+            dialog->SetTopMost(OnTop);
             dialog->ShowModal(model);
         } else {
             const std::optional<QString> typed = Prompt().InputBox(

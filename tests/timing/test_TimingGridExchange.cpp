@@ -225,6 +225,21 @@ TEST_F(GridExchangeTest, DocumentContentStoresTheGridFirst)
     EXPECT_EQ(out.toStdString(), "0:00:01.00,0:00:02.00,typed in the grid\r\n\r\n\r\n");
 }
 
+TEST_F(GridExchangeTest, AttachingMovesTheTimingTable)
+{
+    auto other = Class::Make<CTiming>();
+    t.SetDocument(other.get());
+    EXPECT_EQ(doc->TimingTable, nullptr);
+    EXPECT_EQ(other->TimingTable, &t);
+    EXPECT_EQ(other->SSAContent->SpreadSheet(), &t);
+    // A document that is not set up yet gets the grid as well.
+    CTiming bare;
+    t.SetDocument(&bare);
+    EXPECT_EQ(bare.TimingTable, &t);
+    t.SetDocument(nullptr);
+    EXPECT_EQ(bare.TimingTable, nullptr);
+}
+
 TEST_F(GridExchangeTest, StarDefaultSurvivesTheRoundTrip)
 {
     CSSAContentLine *a = AddLine("0:00:01.00", "0:00:02.00", "x");

@@ -31,8 +31,11 @@ public:
             Answer(model);
     }
 
+    void SetTopMost(bool on) override { TopMost = on; }
+
     std::function<void(CSliderTimeModel &)> Answer;
     bool Shown = false;
+    bool TopMost = false;
     double Value = -1;
     QString Title;
     QString Description;
@@ -192,7 +195,10 @@ TEST_F(TimeAdjustTest, AskShiftThroughTheDialog)
         model.setSign(-1);
         model.OK();
     };
+    OnTop = true;
     AskTimeAdjust(t, AdjustShift, &dialog);
+    OnTop = false;
+    EXPECT_TRUE(dialog.TopMost);
     EXPECT_TRUE(dialog.Shown);
     EXPECT_DOUBLE_EQ(dialog.Value, 0);
     EXPECT_EQ(dialog.Title, QString::fromUtf8("所选时间轴的移动值(秒):"));
