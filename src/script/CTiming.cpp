@@ -4,6 +4,7 @@
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basMessage.h"
+#include "player/CPreview.h"
 #include "script/ITimingGrid.h"
 #include "script/basScript.h"
 
@@ -35,6 +36,7 @@ void CTiming::Init(qint32 SerialNo, QObject *Window)
     SSAContent = Class::Make<CSSAContent>();
     SSAContent->setParent(this);
     Fonts = Class::MakeCollection<CFonts>();
+    Preview = Class::Make<CPreview>(static_cast<isub *>(this));
     setScriptType(2);
     TimingOption = 255;
     setTimeFormat(0);
