@@ -2,6 +2,8 @@
 
 #include "core/basConvert.h"
 #include "pages/IPictureBox.h"
+#include "player/CPlayer.h"
+#include "player/IPlayerWindow.h"
 #include "player/basPreview.h"
 #include "timing/CSpread.h"
 #include "timing/CSpreadCellKeeper.h"
@@ -81,6 +83,14 @@ void CPreview::Refresh(double position)
         if (inside || (slot.Shown && outside))
             slot.Line->RefreshPreview(*m_picture, position);
     }
+}
+
+void CPreview::Tick(const IPlayerWindow *player)
+{
+    const CPlayer *document = player ? player->player() : nullptr;
+    if (!document || !document->player())
+        return;
+    Refresh(document->CurrentPosition());
 }
 
 void CPreview::UpdateLineNumber()

@@ -10,6 +10,7 @@
 
 class CSpread;
 class IPictureBox;
+class IPlayerWindow;
 class isub;
 
 // The live preview of one timing document: a line per grid row, keyed by the decimal
@@ -55,6 +56,9 @@ public:
 
     // The tick: every line hears the position in seconds.
     void Refresh(double position);
+    // The window's timer: the position of the document's player, when there is one;
+    // without a player (or its control) the tick does nothing.
+    void Tick(const IPlayerWindow *player);
     // Kept for the window's menu; there is nothing to bring up to date.
     void UpdatePreview() { }
     // Notes each line's row and its check-disabled mark from the grid, walking all rows.

@@ -1,4 +1,6 @@
+#include "PlayerFixture.h"
 #include "pages/CPictureBox.h"
+#include "player/CPlayer.h"
 #include "player/CPreview.h"
 #include "player/basPreview.h"
 #include "script/CFont.h"
@@ -426,6 +428,23 @@ TEST_F(PreviewTest, NoPictureOrNoGridDoesNothing)
     lonely.CreatePreviewLine(1);
     lonely.DeletePreviewLine(1);
     EXPECT_EQ(lonely.Count(), 0);
+}
+
+TEST_F(PreviewTest, TickReadsThePlayersPositionWhenThereIsOne)
+{
+    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:04.00"), QStringLiteral("x"));
+    FakePlayerWindow window;
+    preview.Tick(nullptr);
+    preview.Tick(&window); // the window has lost its player
+    EXPECT_FALSE(LineOf(1)->Shown());
+
+    CFakeMediaControl control;
+    CPlayer player;
+    player.Init(1, &window, &control);
+    window.document = &player;
+    control.setPositionDirect(2);
+    preview.Tick(&window);
+    EXPECT_TRUE(LineOf(1)->Shown());
 }
 
 TEST_F(PreviewTest, PictureResizeIsReadAgain)
