@@ -1,6 +1,7 @@
 #include "core/basTime.h"
 #include "pages/CPictureBox.h"
 #include "player/CPreview.h"
+#include "timing/CTimingCheck.h"
 #include "timing/CTimingGrid.h"
 
 #include <QGuiApplication>
@@ -103,3 +104,20 @@ static void BM_PreviewTellAll30k(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * kLines);
 }
 BENCHMARK(BM_PreviewTellAll30k)->Unit(benchmark::kMillisecond);
+
+// The whole check over 30,000 lines, one overlapping pair in ten lines.
+static void BM_TimingCheck30k(benchmark::State &state)
+{
+    PreviewFixture f;
+    CSpread &s = f.grid.Spread();
+    for (int row = 10; row <= kLines; row += 10) {
+        s.SetText(CTimingGrid::ColEndTime, row, TimeToString(row + 1.5));
+        f.grid.TellPreview(CTimingGrid::ColEndTime, row);
+    }
+    CTimingCheck check(f.preview, s);
+    CTimingCheck::Options options;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(check.cmdCheck(options));
+    state.SetItemsProcessed(state.iterations() * kLines);
+}
+BENCHMARK(BM_TimingCheck30k)->Unit(benchmark::kMillisecond);
