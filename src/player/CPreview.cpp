@@ -152,6 +152,22 @@ void CPreview::MarkChanged()
         m_document->setChanged(true);
 }
 
+namespace {
+
+// The serial number cell as the grid writes it: plain decimal digits without a leading
+// zero, which is exactly the key of the row's line.
+bool IsPlainSerial(const QString &text)
+{
+    if (text.isEmpty() || text.size() > 10 || text.at(0) == u'0')
+        return false;
+    for (QChar c : text)
+        if (c < u'0' || c > u'9')
+            return false;
+    return true;
+}
+
+} // namespace
+
 qint32 CPreview::RowSerial(int row) const
 {
     if (!m_grid || row < 1 || row > m_grid->MaxRows())
@@ -162,6 +178,12 @@ qint32 CPreview::RowSerial(int row) const
 
 CPreviewLine *CPreview::RowLine(int row) const
 {
+    if (!m_grid || row < 1 || row > m_grid->MaxRows())
+        return nullptr;
+    // The common case looks the cell's text up as it stands.
+    const QString text = m_grid->GetText(CTimingGrid::ColSerialNo, row);
+    if (IsPlainSerial(text))
+        return m_lines.Find(text);
     const qint32 serial = RowSerial(row);
     return serial > 0 ? Line(serial) : nullptr;
 }
