@@ -79,30 +79,32 @@ void CPreviewLine::setDialog(const QString &text)
 
 QString CPreviewLine::CleanDialog(const QString &text)
 {
+    const bool braces = text.contains(u'{');
+    qsizetype slash = text.indexOf(u'\\');
+    if (slash < 0 && !braces)
+        return text;
     // "\N" and "\n" become line breaks and "\h" a blank, in one pass: a replacement
     // brings in no backslash, so one pass gives what three replacements in turn give.
     QString t;
     t.reserve(text.size() + 8);
     const qsizetype n = text.size();
-    bool braces = false;
-    for (qsizetype i = 0; i < n; ++i) {
-        const QChar c = text.at(i);
-        if (c == u'\\' && i + 1 < n) {
-            const QChar next = text.at(i + 1);
-            if (next == u'N' || next == u'n') {
-                t += crlf;
-                ++i;
-                continue;
-            }
-            if (next == u'h') {
-                t += u' ';
-                ++i;
-                continue;
-            }
+    qsizetype copied = 0;
+    while (slash >= 0 && slash + 1 < n) {
+        const QChar next = text.at(slash + 1);
+        const bool lineBreak = next == u'N' || next == u'n';
+        if (lineBreak || next == u'h') {
+            t.append(QStringView(text).sliced(copied, slash - copied));
+            if (lineBreak)
+                t.append(crlf);
+            else
+                t.append(u' ');
+            copied = slash + 2;
+            slash = text.indexOf(u'\\', copied);
+        } else {
+            slash = text.indexOf(u'\\', slash + 1);
         }
-        braces = braces || c == u'{';
-        t += c;
     }
+    t.append(QStringView(text).sliced(copied));
     if (!braces)
         return t;
     // Override blocks go; an unclosed one takes the rest of the text with it. A "{"

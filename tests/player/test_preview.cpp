@@ -113,6 +113,9 @@ TEST(PreviewDialog, BreaksBlanksAndOverrideBlocks)
     EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a{\\}b")), QStringLiteral("ab"));
     // A backslash joined to a letter by removing a block becomes a blank.
     EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("x\\{\\b1}Ny")), QStringLiteral("x y"));
+    // A doubled backslash: the second one starts the escape.
+    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a\\\\Nb\\")), QStringLiteral("a\\\r\nb\\"));
+    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("plain")), QStringLiteral("plain"));
     // Lower and upper case are different escapes: "\H" stays.
     EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a\\Hb")), QStringLiteral("a\\Hb"));
 }
