@@ -123,3 +123,18 @@ static void BM_TimingCheck30k(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * kLines);
 }
 BENCHMARK(BM_TimingCheck30k)->Unit(benchmark::kMillisecond);
+
+// The overlap check alone when one line spans the whole film: every other line lies
+// inside it.
+static void BM_CheckOverlapLongLine30k(benchmark::State &state)
+{
+    PreviewFixture f;
+    CSpread &s = f.grid.Spread();
+    s.SetText(CTimingGrid::ColEndTime, 1, TimeToString(kLines + 10.0));
+    f.grid.TellPreview(CTimingGrid::ColEndTime, 1);
+    f.preview.UpdateLineNumber();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CTimingCheck::CheckOverlap(f.preview));
+    state.SetItemsProcessed(state.iterations() * kLines);
+}
+BENCHMARK(BM_CheckOverlapLongLine30k)->Unit(benchmark::kMillisecond);

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -216,26 +217,46 @@ QStringList CTimingCheck::CheckOverlap(
         if (InRange(line->RealRowNumber, from, to) && !line->m_bDisableCheckTiming)
             lines.push_back({ line->StartTime(), line->EndTime(), line->RealRowNumber });
 
-    // A line B can hold a point x strictly inside its span only if B starts less than
-    // its own length before x; with the lines sorted by start, each point looks at
-    // the short run of lines that start within the longest span before it.
+    // A line B holds a point x strictly inside its span when it starts before x and
+    // ends after it. With the lines sorted by start, those starting before x are a
+    // prefix; a tree of the latest end over that order finds the ones in it that end
+    // after x without walking the others, so a line spanning the whole film costs no
+    // more than a short one.
     std::vector<size_t> byStart(lines.size());
     for (size_t i = 0; i < lines.size(); ++i)
         byStart[i] = i;
-    std::sort(
+    std::stable_sort(
         byStart.begin(), byStart.end(), [&](size_t a, size_t b) { return lines[a].Start < lines[b].Start; });
-    double longest = 0;
-    for (const Candidate &c : lines)
-        if (c.End - c.Start > longest)
-            longest = c.End - c.Start;
+    size_t leaves = 1;
+    while (leaves < byStart.size())
+        leaves *= 2;
+    std::vector<double> latestEnd(2 * leaves, -std::numeric_limits<double>::infinity());
+    for (size_t i = 0; i < byStart.size(); ++i)
+        latestEnd[leaves + i] = lines[byStart[i]].End;
+    for (size_t node = leaves - 1; node >= 1; --node)
+        latestEnd[node] = std::max(latestEnd[2 * node], latestEnd[2 * node + 1]);
+
     const auto holders = [&](double x, size_t self, std::vector<size_t> &out) {
-        // One second of slack keeps rounding of the subtraction from hiding a line.
-        const double low = x - longest - 1;
-        auto it = std::lower_bound(
-            byStart.begin(), byStart.end(), low, [&](size_t i, double v) { return lines[i].Start < v; });
-        for (; it != byStart.end() && lines[*it].Start < x; ++it)
-            if (*it != self && x < lines[*it].End)
-                out.push_back(*it);
+        const size_t before
+            = size_t(std::lower_bound(byStart.begin(), byStart.end(), x, [&](size_t i, double v) {
+                  return lines[i].Start < v;
+              }) - byStart.begin());
+        // Depth-first over the nodes that cover part of the prefix and end after x.
+        std::vector<std::pair<size_t, size_t>> stack { { 1, 0 } }; // node, first leaf
+        while (!stack.empty()) {
+            const auto [node, first] = stack.back();
+            stack.pop_back();
+            const size_t width = leaves >> (std::bit_width(node) - 1);
+            if (first >= before || !(latestEnd[node] > x))
+                continue;
+            if (width == 1) {
+                if (byStart[first] != self)
+                    out.push_back(byStart[first]);
+                continue;
+            }
+            stack.push_back({ 2 * node + 1, first + width / 2 });
+            stack.push_back({ 2 * node, first });
+        }
     };
 
     QStringList faults { QString() };

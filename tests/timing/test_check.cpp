@@ -5,6 +5,7 @@
 #include "timing/CTimingGrid.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -213,6 +214,44 @@ TEST_F(CheckTest, OverlapFindsEveryHolderOnce)
     for (const char *pair : { "21", "23", "24", "31", "32", "41", "42", "43" })
         expected << QString(QChar(pair[0])) << QString(QChar(pair[1]));
     EXPECT_EQ(pairs, expected);
+}
+
+TEST_F(CheckTest, OverlapAgreesWithTheDefinitionOnRandomLines)
+{
+    std::mt19937 random(20261122);
+    std::uniform_int_distribution<int> second(0, 60);
+    std::uniform_int_distribution<int> length(-3, 12);
+    for (int row = 1; row <= 150; ++row) {
+        const double start = second(random) * (row % 7 == 0 ? 0 : 1);
+        SetRow(row, start, std::max(0.0, start + length(random) / 2.0));
+        grid.SetRowCheckDisabled(row, row % 11 == 0);
+    }
+    // One line over everything, and rows moved so that the preview's order is not the rows'.
+    SetRow(151, 0.5, 100);
+    CSpread &s = grid.Spread();
+    for (int i = 0; i < 5; ++i) {
+        s.setRow(1 + i * 17);
+        s.InsertRow();
+        s.SetText(TG::ColSerialNo, 1 + i * 17, QString::number(grid.RowSerialNo()));
+        grid.PreviewHooks()->CreatePreviewLine(1 + i * 17);
+        SetRow(1 + i * 17, 10.0 + i, 14.0 + i);
+    }
+    preview.UpdateLineNumber();
+
+    QStringList expected { QString() };
+    for (const CPreviewLine *a : preview) {
+        if (a->m_bDisableCheckTiming || a->RealRowNumber < 2 || a->RealRowNumber > 120)
+            continue;
+        for (const CPreviewLine *b : preview) {
+            if (b == a || b->m_bDisableCheckTiming || b->RealRowNumber < 2 || b->RealRowNumber > 120)
+                continue;
+            const auto inside = [b](double x) { return x > b->StartTime() && x < b->EndTime(); };
+            if (inside(a->StartTime()) || inside(a->EndTime()))
+                expected << QString::number(a->RealRowNumber) << QString::number(b->RealRowNumber);
+        }
+    }
+    EXPECT_GT(expected.size(), 100);
+    EXPECT_EQ(TC::CheckOverlap(preview, 2, 120), expected);
 }
 
 TEST_F(CheckTest, DisabledLinesAreLeftOutExceptForTheTimeOrder)
