@@ -26,6 +26,63 @@ struct Candidate
     qint32 Row;
 };
 
+// The lines that hold a point strictly inside their span. A line holds x when it starts
+// before x and ends after it. With the lines sorted by start, those starting before x
+// are a prefix; a tree of the latest end over that order finds the ones in it that end
+// after x without walking the others, so a line spanning the whole film costs no more
+// than a short one.
+class SpanTree
+{
+public:
+    explicit SpanTree(const std::vector<Candidate> &lines)
+        : m_lines(lines)
+        , m_byStart(lines.size())
+    {
+        for (size_t i = 0; i < lines.size(); ++i)
+            m_byStart[i] = i;
+        std::stable_sort(m_byStart.begin(), m_byStart.end(),
+            [&](size_t a, size_t b) { return lines[a].Start < lines[b].Start; });
+        while (m_leaves < lines.size())
+            m_leaves *= 2;
+        m_latestEnd.assign(2 * m_leaves, -std::numeric_limits<double>::infinity());
+        for (size_t i = 0; i < m_byStart.size(); ++i)
+            m_latestEnd[m_leaves + i] = lines[m_byStart[i]].End;
+        for (size_t node = m_leaves - 1; node >= 1; --node)
+            m_latestEnd[node] = std::max(m_latestEnd[2 * node], m_latestEnd[2 * node + 1]);
+    }
+
+    // Appends the index of every line but `self` that holds x.
+    void Holders(double x, size_t self, std::vector<size_t> &out) const
+    {
+        const auto startsBefore = [this](size_t i, double v) { return m_lines[i].Start < v; };
+        const size_t before = size_t(
+            std::lower_bound(m_byStart.begin(), m_byStart.end(), x, startsBefore) - m_byStart.begin());
+        // Depth-first over the nodes that cover part of the prefix and end after x.
+        m_stack.assign(1, { 1, 0 }); // node, its first leaf
+        while (!m_stack.empty()) {
+            const auto [node, first] = m_stack.back();
+            m_stack.pop_back();
+            if (first >= before || !(m_latestEnd[node] > x))
+                continue;
+            const size_t width = m_leaves >> (std::bit_width(node) - 1);
+            if (width == 1) {
+                if (m_byStart[first] != self)
+                    out.push_back(m_byStart[first]);
+                continue;
+            }
+            m_stack.push_back({ 2 * node + 1, first + width / 2 });
+            m_stack.push_back({ 2 * node, first });
+        }
+    }
+
+private:
+    const std::vector<Candidate> &m_lines;
+    std::vector<size_t> m_byStart;
+    size_t m_leaves = 1;
+    std::vector<double> m_latestEnd;
+    mutable std::vector<std::pair<size_t, size_t>> m_stack;
+};
+
 bool InRange(qint64 row, std::optional<qint64> from, std::optional<qint64> to)
 {
     return !(from && row < *from) && !(to && row > *to);
@@ -217,54 +274,13 @@ QStringList CTimingCheck::CheckOverlap(
         if (InRange(line->RealRowNumber, from, to) && !line->m_bDisableCheckTiming)
             lines.push_back({ line->StartTime(), line->EndTime(), line->RealRowNumber });
 
-    // A line B holds a point x strictly inside its span when it starts before x and
-    // ends after it. With the lines sorted by start, those starting before x are a
-    // prefix; a tree of the latest end over that order finds the ones in it that end
-    // after x without walking the others, so a line spanning the whole film costs no
-    // more than a short one.
-    std::vector<size_t> byStart(lines.size());
-    for (size_t i = 0; i < lines.size(); ++i)
-        byStart[i] = i;
-    std::stable_sort(
-        byStart.begin(), byStart.end(), [&](size_t a, size_t b) { return lines[a].Start < lines[b].Start; });
-    size_t leaves = 1;
-    while (leaves < byStart.size())
-        leaves *= 2;
-    std::vector<double> latestEnd(2 * leaves, -std::numeric_limits<double>::infinity());
-    for (size_t i = 0; i < byStart.size(); ++i)
-        latestEnd[leaves + i] = lines[byStart[i]].End;
-    for (size_t node = leaves - 1; node >= 1; --node)
-        latestEnd[node] = std::max(latestEnd[2 * node], latestEnd[2 * node + 1]);
-
-    const auto holders = [&](double x, size_t self, std::vector<size_t> &out) {
-        const size_t before
-            = size_t(std::lower_bound(byStart.begin(), byStart.end(), x, [&](size_t i, double v) {
-                  return lines[i].Start < v;
-              }) - byStart.begin());
-        // Depth-first over the nodes that cover part of the prefix and end after x.
-        std::vector<std::pair<size_t, size_t>> stack { { 1, 0 } }; // node, first leaf
-        while (!stack.empty()) {
-            const auto [node, first] = stack.back();
-            stack.pop_back();
-            const size_t width = leaves >> (std::bit_width(node) - 1);
-            if (first >= before || !(latestEnd[node] > x))
-                continue;
-            if (width == 1) {
-                if (byStart[first] != self)
-                    out.push_back(byStart[first]);
-                continue;
-            }
-            stack.push_back({ 2 * node + 1, first + width / 2 });
-            stack.push_back({ 2 * node, first });
-        }
-    };
-
+    const SpanTree tree(lines);
     QStringList faults { QString() };
     std::vector<size_t> found;
     for (size_t a = 0; a < lines.size(); ++a) {
         found.clear();
-        holders(lines[a].Start, a, found);
-        holders(lines[a].End, a, found);
+        tree.Holders(lines[a].Start, a, found);
+        tree.Holders(lines[a].End, a, found);
         if (found.empty())
             continue;
         std::sort(found.begin(), found.end());
