@@ -308,23 +308,6 @@ TEST_F(PreviewTest, LineWithoutASpanIsNeverShown)
     EXPECT_EQ(Ink(box.Image(), Black()), QRect());
 }
 
-TEST_F(PreviewTest, OnlyCurrentLinesArePrinted)
-{
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:03.00"), QStringLiteral("one"));
-    SetRow(2, QStringLiteral("0:00:02.00"), QStringLiteral("0:00:05.00"), QStringLiteral("two"));
-    SetRow(3, QStringLiteral("0:00:06.00"), QStringLiteral("0:00:07.00"), QStringLiteral("three"));
-    preview.Refresh(2.5);
-    EXPECT_TRUE(LineOf(1)->Shown());
-    EXPECT_TRUE(LineOf(2)->Shown());
-    EXPECT_FALSE(LineOf(3)->Shown());
-    preview.Refresh(4);
-    EXPECT_FALSE(LineOf(1)->Shown());
-    EXPECT_TRUE(LineOf(2)->Shown());
-    preview.Refresh(6.5);
-    EXPECT_FALSE(LineOf(2)->Shown());
-    EXPECT_TRUE(LineOf(3)->Shown());
-}
-
 TEST_F(PreviewTest, BlockIsCentredOnTheBottomEdgeOneTextLineAPart)
 {
     SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:03.00"),
@@ -448,13 +431,4 @@ TEST_F(PreviewTest, TickReadsThePlayersPositionWhenThereIsOne)
     control.setPositionDirect(2);
     preview.Tick(&window);
     EXPECT_TRUE(LineOf(1)->Shown());
-}
-
-TEST_F(PreviewTest, PictureResizeIsReadAgain)
-{
-    EXPECT_EQ(preview.Height(), 200 * 15);
-    box.SetPixelSize(300, 100);
-    EXPECT_EQ(preview.Height(), 200 * 15);
-    preview.PictureResized();
-    EXPECT_EQ(preview.Height(), 100 * 15);
 }
