@@ -67,7 +67,8 @@ bool CGridFind::SearchRow(int row)
     }
     grid.setRow(row);
     grid.ActivateCell();
-    const qsizetype at = basConvert::InStr(qsizetype(LastPos) + 1, grid.Text(), m_find);
+    // Read by address: the handlers of the cursor's move may have moved the current cell.
+    const qsizetype at = basConvert::InStr(qsizetype(LastPos) + 1, grid.GetText(FindColumn, row), m_find);
     if (at <= 0)
         return false;
     grid.SetFocus();
