@@ -195,7 +195,8 @@ TEST_F(FindTest, EveryRowToTheLastIsSearched)
     while (s.MaxRows() < 6)
         grid.AppendRow();
     s.SetText(TG::ColDialog, 6, QStringLiteral("spare text"));
-    s.setRow(6);
+    // A hidden column is searched all the same.
+    s.setCol(TG::ColDialog);
     s.setColHidden(true);
     find.Init(&s);
     find.setTxtFind(QStringLiteral("spare"));
