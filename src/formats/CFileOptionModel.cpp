@@ -144,10 +144,12 @@ void CFileOptionModel::ClickFileType(qint32 type)
         break;
     case 2:
         TimingOptionEnabled(type == 1 || type == 2);
-        UpdateContentByClass();
+        if (AutoUpdate)
+            UpdateContentByClass();
         break;
     case 3:
-        UpdateContentByClass();
+        if (AutoUpdate)
+            UpdateContentByClass();
         break;
     default:
         break;
@@ -181,14 +183,14 @@ void CFileOptionModel::setTimingOptionBit(qint32 bit, bool on)
             TimingOption &= ~qint32(OptDialogEffect);
         m_enabled.DialogEffect = on && m_enabled.TimingOptions;
     }
-    if (timingTypeWithOptions())
+    if (AutoUpdate && timingTypeWithOptions())
         UpdateContentByClass();
 }
 
 void CFileOptionModel::setTimeFormat(qint32 index)
 {
     m_timeFormat = index;
-    if (timingTypeWithOptions())
+    if (AutoUpdate && timingTypeWithOptions())
         UpdateContentByClass();
 }
 
@@ -209,7 +211,7 @@ void CFileOptionModel::setChangeOptionBit(qint32 bit, bool on)
             ChangeOption &= ~qint32(ChgBlackWhite);
         m_enabled.BlackWhite = on;
     }
-    if (ParentWindowType != 0 && m_operation == 2)
+    if (AutoUpdate && ParentWindowType != 0 && m_operation == 2)
         UpdateContentByClass();
 }
 
@@ -219,7 +221,7 @@ void CFileOptionModel::setChangeTable(bool on)
         TranslateOption |= TranslateChangeTable;
     else
         TranslateOption &= ~TranslateChangeTable;
-    if (ParentWindowType != 0 && m_operation == 2)
+    if (AutoUpdate && ParentWindowType != 0 && m_operation == 2)
         UpdateContentByClass();
 }
 

@@ -148,6 +148,10 @@ public:
     // rich text at -2, Unicode otherwise), tells the recent-file list. Gives false with
     // the fault text in `error` when the file could not be written.
     bool SaveFile(QString *error = nullptr);
+    // Whether clicks and box changes rebuild the preview at once (the dialog's way). A
+    // caller that sets several choices in a row turns it off and calls
+    // UpdateContentByClass once.
+    bool AutoUpdate = true;
     // Backup of the old file before writing; on by default.
     bool BackupBeforeSave = true;
 

@@ -5,6 +5,7 @@
 #include "formats/CFileOptionModel.h"
 #include "script/CTiming.h"
 #include "shell/CRecentFile.h"
+#include "timing/CTimingGrid.h"
 
 namespace basTimingFile {
 
@@ -34,9 +35,16 @@ qint32 OpenTypeFromExtension(const QString &fileName)
     return 7;
 }
 
-static void loadGrid(CTiming &)
+// The document's own grid, if it has one, takes the lines just read. A body of another
+// format was only read into its list: its events are made now, for the grid to load.
+static void loadGrid(CTiming &doc)
 {
-    // The grid exchange of the timing grid is attached here once it exists.
+    auto *grid = dynamic_cast<CTimingGrid *>(doc.TimingTable);
+    if (!grid)
+        return;
+    if (CTimingFormats::IsFormatType(doc.ScriptType()))
+        doc.Formats.FillEvents();
+    grid->LoadGridFromContent(*doc.SSAContent, doc.Fonts.get());
 }
 
 OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)

@@ -6,6 +6,7 @@
 #include "formats/basTimingFile.h"
 #include "script/CTiming.h"
 #include "shell/basBackup.h"
+#include "timing/CTimingGrid.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -125,6 +126,18 @@ TEST_F(FileOption, OpenTakesMarkedUnicodeAndResetsTheOptions)
     ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("plain.srt"), 7), basTimingFile::OpenResult::Opened);
     EXPECT_EQ(doc->FileCode, 0);
     EXPECT_EQ(doc->TextColumn(), "one\r\ntwo");
+}
+
+TEST_F(FileOption, OpenFillsTheDocumentsGridAndSaveStoresItBack)
+{
+    CTimingGrid grid;
+    grid.SetDocument(doc.get());
+    loadSrt();
+    EXPECT_EQ(grid.Spread().GetText(CTimingGrid::ColDialog, 1), "Hello");
+    EXPECT_EQ(grid.Spread().GetText(CTimingGrid::ColStartTime, 2), "0:00:04.00");
+    grid.Spread().SetText(CTimingGrid::ColDialog, 1, "Edited");
+    basTimingFile::PrepareSave(model, *doc);
+    EXPECT_TRUE(model.FileContent.startsWith("1\r\n00:00:01,200 --> 00:00:03,450\r\nEdited\r\n"));
 }
 
 TEST_F(FileOption, EmptyOrMissingFileLeavesTheDocument)
