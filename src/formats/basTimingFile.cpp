@@ -47,6 +47,17 @@ static void loadGrid(CTiming &doc)
     grid->LoadGridFromContent(*doc.SSAContent, doc.Fonts.get());
 }
 
+void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode)
+{
+    doc.setScriptType(type);
+    doc.FileCode = unicode ? -1 : 0;
+    doc.TimingOption = 255;
+    doc.setContent(text);
+    if (type != 7)
+        loadGrid(doc);
+    doc.setChanged(false);
+}
+
 OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
 {
     const qint32 type = openAs >= 0 ? openAs : OpenTypeFromExtension(fileName);
@@ -57,13 +68,7 @@ OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
     }
     if (read.Empty)
         return OpenResult::Empty;
-    doc.setScriptType(type);
-    doc.FileCode = read.Unicode ? -1 : 0;
-    doc.TimingOption = 255;
-    doc.setContent(read.Text);
-    if (type != 7)
-        loadGrid(doc);
-    doc.setChanged(false);
+    ReadIntoDocument(doc, type, read.Text, read.Unicode);
     doc.setFileName(fileName);
     const bool initScript = fileName.endsWith(QStringLiteral("/Init.ass"), Qt::CaseInsensitive)
         || fileName.endsWith(QStringLiteral("\\Init.ass"), Qt::CaseInsensitive);

@@ -28,6 +28,10 @@ enum class OpenResult {
 // (unless the name ends in "Init.ass" behind a folder separator).
 OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs = -1);
 
+// The part of the open behind the byte read: type, FileCode (-1 for a marked UTF-16
+// file, else 0), TimingOption 255, the text into the document, the grid load, unchanged.
+void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode);
+
 // Prepares the file-option model for a save of the document, as the window hands it its
 // options: timing parent, save operation, the document's type, sub-type, options, time
 // format, code and name, then the preview of what would be written.
