@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 #include <cstdio>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -207,12 +208,20 @@ int main(int argc, char *argv[])
 
     // The window's document and its grid.
     std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
-    CTimingGrid grid;
-    grid.SetDocument(doc.get());
+    auto grid = std::make_unique<CTimingGrid>();
+    grid->SetDocument(doc.get());
+    // The process ends behind the save: tearing down tens of thousands of lines and
+    // cells would only cost time, so the document and its grid are left to the exit.
+    const auto leave = [&](int status) {
+        (void)doc.release();
+        (void)grid.release();
+        std::fflush(stderr);
+        return status;
+    };
 
     if (basTimingFile::OpenTimingFile(*doc, o.Input, o.OpenAs) == basTimingFile::OpenResult::Unreadable) {
         printLine(QStringLiteral("velmar-convert: cannot read ") + o.Input);
-        return 1;
+        return leave(1);
     }
 
     // The save dialog with the chosen options, then OK.
@@ -233,9 +242,8 @@ int main(int argc, char *argv[])
     model.UpdateContentByClass();
     if (!model.Ok()) {
         printLine(QStringLiteral("velmar-convert: cannot write ") + o.Output);
-        return 1;
+        return leave(1);
     }
     basTimingFile::TakeOverSave(*doc, model);
-    SetPrompt(nullptr);
-    return 0;
+    return leave(0);
 }
