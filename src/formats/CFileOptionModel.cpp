@@ -15,6 +15,15 @@ namespace {
 
 const QString crlf = QStringLiteral("\r\n");
 
+// The position of the extension's "." in a path, -1 when the file name has none (a "."
+// in a folder name does not count).
+qsizetype extensionDot(const QString &path)
+{
+    const qsizetype dot = path.lastIndexOf(u'.');
+    const qsizetype slash = qMax(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+    return dot > slash ? dot : -1;
+}
+
 QString text(const char16_t *s)
 {
     return QString::fromUtf16(s);
@@ -116,7 +125,7 @@ void CFileOptionModel::ClickFileType(qint32 type)
     m_enabled.FileSubType = type == 5;
 
     if (m_operation == 2 && !FileName.isEmpty()) {
-        const qsizetype dot = FileName.lastIndexOf(u'.');
+        const qsizetype dot = extensionDot(FileName);
         const QString stem = dot < 0 ? FileName : FileName.left(dot);
         FileName = stem + ExtensionOfType(type);
     }
@@ -249,7 +258,7 @@ QString CFileOptionModel::ExtensionOfType(qint32 type)
 
 qint32 CFileOptionModel::TypeOfFileName(const QString &fileName, bool timingWindow)
 {
-    const qsizetype dot = fileName.lastIndexOf(u'.');
+    const qsizetype dot = extensionDot(fileName);
     if (dot < 0)
         return 0;
     const QString ext = fileName.mid(dot + 1).toUpper();

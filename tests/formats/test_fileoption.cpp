@@ -48,6 +48,7 @@ TEST_F(FileOption, TypeFollowsExtensionByWindow)
     EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.xyz", true), 7);
     EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.srt", false), 0);
     EXPECT_EQ(CFileOptionModel::TypeOfFileName("noext", true), 0);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("v1.2/noext", true), 0);
     EXPECT_EQ(CFileOptionModel::TypeOfFileName("x.Lrc", true), 8);
     EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.smp"), 5);
     EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.weird"), 7);
@@ -67,6 +68,9 @@ TEST_F(FileOption, SavingAsDialogueTextGivesTxtAndTurnsTheBoxesOff)
     EXPECT_EQ(model.FileName, "/x/show.v1.txt");
     EXPECT_FALSE(model.EnabledState().TimingOptions);
     EXPECT_FALSE(model.EnabledState().FileSubType);
+    model.FileName = "/x/v1.2/show";
+    model.ClickFileType(4);
+    EXPECT_EQ(model.FileName, "/x/v1.2/show.srt");
     model.ClickFileType(6);
     EXPECT_EQ(model.FileCode, -2);
     EXPECT_FALSE(model.EnabledState().CodeType);
