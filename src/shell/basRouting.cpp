@@ -149,6 +149,16 @@ bool QueryCloseDocument(bool changed, const std::function<bool()> &save)
     }
 }
 
+std::optional<PromptFont> ShowFontDialog(const PromptFont &font)
+{
+    return Prompt().ChooseFont(font);
+}
+
+qint64 ShowColorDialog(qint64 colour)
+{
+    return Prompt().ChooseColour(colour).value_or(colour);
+}
+
 double ClipboardTime(const QString &text)
 {
     return LooseStringToTime(text);

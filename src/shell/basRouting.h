@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/IPrompt.h"
+
 #include <QString>
 #include <functional>
 #include <optional>
@@ -52,6 +54,11 @@ std::optional<RecentCaption> ParseRecentCaption(const QString &caption);
 // and Cancel. Yes saves and goes on only when the save worked; No goes on; Cancel
 // stops. An unchanged document goes on without a question.
 bool QueryCloseDocument(bool changed, const std::function<bool()> &save);
+
+// The common font and colour dialogs preset with the given values. Cancel gives no
+// font, and the colour it was given.
+std::optional<PromptFont> ShowFontDialog(const PromptFont &font);
+qint64 ShowColorDialog(qint64 colour);
 
 // Copied text read as a time; 0 (no time) for text that reads as none.
 double ClipboardTime(const QString &text);

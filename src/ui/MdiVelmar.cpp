@@ -90,8 +90,10 @@ MdiVelmar::~MdiVelmar()
 {
     if (m_recent && m_recent->MenuChanged)
         m_recent->MenuChanged = nullptr;
-    if (m_root && m_root->Timings())
+    if (m_root && m_root->Timings()) {
         m_root->Timings()->ActiveWindow = nullptr;
+        m_root->Timings()->SaveWindow = nullptr;
+    }
     if (m_root && m_root->Players())
         m_root->Players()->StepsChanged = nullptr;
     if (HotKeys)
@@ -107,8 +109,14 @@ void MdiVelmar::Init(CVelmar *root)
     readSettings();
     applyCatalogue();
     UpdateStatusBar();
-    if (m_root && m_root->Timings())
+    if (m_root && m_root->Timings()) {
         m_root->Timings()->ActiveWindow = [this]() -> QObject * { return ActiveDocument(); };
+        // A document saves through the window that shows it.
+        m_root->Timings()->SaveWindow = [](CTiming *document) {
+            if (auto *form = dynamic_cast<IForm *>(document ? document->TimingWindow : nullptr))
+                form->SaveFile(false, 0);
+        };
+    }
     if (m_root && m_root->Players())
         m_root->Players()->StepsChanged = [this] {
             UpdateStatusBar();
@@ -582,6 +590,8 @@ void MdiVelmar::ShowRecentMenu(const std::vector<RecentFileMenuEntry> &entries)
     for (qsizetype i = qsizetype(entries.size()); i < mnuFileRecent.size(); ++i)
         mnuFileRecent[i]->setVisible(false);
     m_recentSeparator->setVisible(any);
+    m_recentEntries = entries;
+    emit RecentFilesChanged();
 }
 
 void MdiVelmar::saveGeometryToStore()

@@ -127,6 +127,9 @@ public:
     // The recent-file list whose entries the File menu shows.
     void AttachRecentFile(CRecentFile *list);
     void ShowRecentMenu(const std::vector<RecentFileMenuEntry> &entries);
+    // The entries last shown; other windows with a File menu render these when told by
+    // RecentFilesChanged.
+    const std::vector<RecentFileMenuEntry> &RecentEntries() const { return m_recentEntries; }
 
     QMenu *mnuFile = nullptr;
     QAction *mnuFileNewTranslate = nullptr;
@@ -166,6 +169,8 @@ signals:
     void FontDestroyed(QObject *window);
     // Hot keys or player steps changed: tool tips that show them are to be rebuilt.
     void KeyTextsChanged();
+    // The recent-file list changed: every window's File menu is to show RecentEntries().
+    void RecentFilesChanged();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -194,5 +199,6 @@ private:
     AutoSaveSettings m_autoSaveSettings;
     CRecentFile *m_recent = nullptr;
     QAction *m_recentSeparator = nullptr;
+    std::vector<RecentFileMenuEntry> m_recentEntries;
     bool m_watchClipboard = false;
 };

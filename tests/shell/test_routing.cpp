@@ -97,6 +97,20 @@ TEST_F(RoutingNames, FileDialogUsesTheFilterAndCancelGivesEmpty)
     EXPECT_EQ(ShowFileDialog(2, 2, QStringLiteral("/x.ass")), QString());
 }
 
+TEST_F(RoutingNames, FontAndColourDialogsKeepTheOldValueOnCancel)
+{
+    prompt.Colours = { std::optional<qint64>(0x00FF00), std::nullopt };
+    EXPECT_EQ(ShowColorDialog(0x123456), 0x00FF00);
+    EXPECT_EQ(ShowColorDialog(0x123456), 0x123456);
+    PromptFont chosen;
+    chosen.Name = QStringLiteral("SimHei");
+    prompt.Fonts = { std::optional<PromptFont>(chosen), std::nullopt };
+    PromptFont start;
+    start.Name = QStringLiteral("SimSun");
+    EXPECT_EQ(ShowFontDialog(start)->Name, QStringLiteral("SimHei"));
+    EXPECT_FALSE(ShowFontDialog(start).has_value());
+}
+
 TEST(Routing, RecentCaptions)
 {
     auto timing = ParseRecentCaption(QStringLiteral("1: 时间轴: /w/a.srt"));

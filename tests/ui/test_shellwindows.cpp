@@ -480,3 +480,69 @@ TEST_F(ShellWindows, SliderDialogBindsItsModel)
     dialog.cmdCancel->click();
     EXPECT_TRUE(model.Cancelled);
 }
+
+TEST_F(ShellWindows, InitRestoresGeometryAndTheOnTopState)
+{
+    frame.reset();
+    StartupGeometry g;
+    g.Left = 30;
+    g.Top = 40;
+    g.Width = 900;
+    g.Height = 650;
+    SaveStartupGeometry(g);
+    SaveSetting(QStringLiteral("Setting"), QStringLiteral("OnTop"), QStringLiteral("1"));
+    SaveSetting(QStringLiteral("Setting"), QStringLiteral("AutoGetClipBoard"), QStringLiteral("1"));
+    SaveSetting(QStringLiteral("AutoSave"), QStringLiteral("Enabled"), QStringLiteral("0"));
+    frame = std::make_unique<MdiVelmar>();
+    frame->Init(Velmar);
+    EXPECT_EQ(frame->geometry(), QRect(30, 40, 900, 650));
+    EXPECT_TRUE(frame->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(frame->WatchingClipboard());
+    EXPECT_FALSE(frame->timAutoSave->isActive());
+}
+
+TEST_F(ShellWindows, TimingDocumentsSaveThroughTheirWindows)
+{
+    IForm *form = frame->NewDocument(0);
+    CTiming *doc = Velmar->Timings()->Create(dynamic_cast<QObject *>(form));
+    doc->TimingWindow = dynamic_cast<QObject *>(form);
+    Velmar->Timings()->SaveFile();
+    ASSERT_EQ(timingWindows.size(), 1);
+    EXPECT_EQ(timingWindows[0]->Saves, 1);
+}
+
+TEST_F(ShellWindows, RecentChangesAreAnnouncedToOtherWindows)
+{
+    CRecentFile recent;
+    frame->AttachRecentFile(&recent);
+    QSignalSpy changed(frame.get(), &MdiVelmar::RecentFilesChanged);
+    recent.Init(2);
+    recent.InsertRecentFileList(QStringLiteral("/w/d.rtf"), 6);
+    EXPECT_GE(changed.size(), 2);
+    ASSERT_EQ(frame->RecentEntries().size(), 2u);
+    EXPECT_EQ(frame->RecentEntries()[0].Caption, QStringLiteral("1: 翻译: /w/d.rtf"));
+    frame->AttachRecentFile(nullptr);
+}
+
+TEST_F(ShellWindows, DragOnThePictureGivesPixelsFromOne)
+{
+    // The window's own video control, with no media: the picture area maps one to one.
+    frmPlayer player;
+    player.resize(400, 300);
+    player.show();
+    QWidget *media = player.findChild<QWidget *>(QStringLiteral("medPlayer"));
+    ASSERT_NE(media, nullptr);
+    QWidget *picture = media->findChildren<QWidget *>(Qt::FindDirectChildrenOnly).value(0);
+    ASSERT_NE(picture, nullptr);
+    QSignalSpy start(&player, &frmPlayer::StartPosSelected);
+    QSignalSpy end(&player, &frmPlayer::EndPosSelected);
+    // (0, 0) would be read by the test driver as "the centre".
+    QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, QPoint(0, 1));
+    QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, QPoint(9, 4));
+    ASSERT_EQ(start.size(), 1);
+    EXPECT_EQ(start[0].at(0).toInt(), 1);
+    EXPECT_EQ(start[0].at(1).toInt(), 2);
+    ASSERT_EQ(end.size(), 1);
+    EXPECT_EQ(end[0].at(0).toInt(), 10);
+    EXPECT_EQ(end[0].at(1).toInt(), 5);
+}
