@@ -69,7 +69,12 @@ MdiVelmar::MdiVelmar(QWidget *parent)
     };
     m_router.ActiveForm = [this] { return dynamic_cast<IForm *>(ActiveDocument()); };
 
-    RegisterWindowFactory(DocumentWindowKind::Player, [](MdiVelmar &) -> QWidget * { return new frmPlayer; });
+    RegisterWindowFactory(DocumentWindowKind::Player, [](MdiVelmar &frame) -> QWidget * {
+        auto *window = new frmPlayer;
+        frame.AddDocumentWindow(window);
+        window->Init(frame.Root() ? frame.Root()->Players() : nullptr);
+        return window;
+    });
     RunTimeDialog = [this](CSliderTimeModel &model) {
         frmSliderTime dialog(model, this);
         if (OnTop)
@@ -406,13 +411,10 @@ IForm *MdiVelmar::addFromFactory(DocumentWindowKind kind)
     QWidget *window = it->second(*this);
     if (!window)
         return nullptr;
-    if (auto *player = qobject_cast<frmPlayer *>(window)) {
-        AddDocumentWindow(player);
-        if (m_root)
-            player->Init(m_root->Players());
-    } else {
+    // A factory that needs its window in the area before its own set-up puts it there
+    // itself; any other window is put there now.
+    if (!qobject_cast<QMdiSubWindow *>(window->parentWidget()))
         AddDocumentWindow(window);
-    }
     return dynamic_cast<IForm *>(window);
 }
 

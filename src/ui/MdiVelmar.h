@@ -46,8 +46,9 @@ public:
     QMdiArea *MdiArea() const { return m_mdiArea; }
 
     // A window kind is made by the factory registered for it; the frame registers the
-    // player window itself. The factory makes the window (not yet shown); the frame puts
-    // it into the area, shows it and hands its IForm to the router.
+    // player window itself. The factory makes the window and gives it back; a window the
+    // factory has not put into the area with AddDocumentWindow (as one whose set-up
+    // needs its place there does) is put there and shown. Its IForm goes to the router.
     using WindowFactory = std::function<QWidget *(MdiVelmar &frame)>;
     void RegisterWindowFactory(DocumentWindowKind kind, WindowFactory factory);
     // Puts a document window into the area and shows it.

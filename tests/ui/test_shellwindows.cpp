@@ -98,8 +98,12 @@ protected:
         frame = std::make_unique<MdiVelmar>();
         MainWindow = frame.get();
         frame->Init(Velmar);
-        frame->RegisterWindowFactory(
-            DocumentWindowKind::Player, [this](MdiVelmar &) -> QWidget * { return new frmPlayer(&media); });
+        frame->RegisterWindowFactory(DocumentWindowKind::Player, [this](MdiVelmar &f) -> QWidget * {
+            auto *w = new frmPlayer(&media);
+            f.AddDocumentWindow(w);
+            w->Init(Velmar->Players());
+            return w;
+        });
         frame->RegisterWindowFactory(DocumentWindowKind::Timing, [this](MdiVelmar &) -> QWidget * {
             auto *w = new FakeDocumentWindow;
             timingWindows << w;
@@ -545,4 +549,18 @@ TEST_F(ShellWindows, DragOnThePictureGivesPixelsFromOne)
     ASSERT_EQ(end.size(), 1);
     EXPECT_EQ(end[0].at(0).toInt(), 10);
     EXPECT_EQ(end[0].at(1).toInt(), 5);
+}
+
+TEST_F(ShellWindows, APlayerWhoseOpenIsCancelledGoesAgain)
+{
+    MdiVelmar own; // with the frame's own player window and video control
+    own.Init(Velmar);
+    QSignalSpy created(&own, &MdiVelmar::PlayerCreated);
+    QSignalSpy destroyed(&own, &MdiVelmar::PlayerDestroyed);
+    EXPECT_EQ(own.OpenDocument(3), nullptr); // the file dialog is cancelled
+    EXPECT_EQ(created.size(), 1);
+    EXPECT_EQ(destroyed.size(), 1);
+    EXPECT_TRUE(own.DocumentWindows().isEmpty());
+    EXPECT_EQ(Velmar->Players()->Count(), 0);
+    EXPECT_TRUE(prompt.Messages().isEmpty());
 }
