@@ -88,7 +88,6 @@ MdiVelmar::MdiVelmar(QWidget *parent)
             SetWindowOnTop(&dialog, true);
         dialog.exec();
     };
-    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &MdiVelmar::onClipboardChanged);
 }
 
 MdiVelmar::~MdiVelmar()
@@ -521,13 +520,17 @@ void MdiVelmar::ShowSettingDialog()
 
 void MdiVelmar::ClipboardViewerSwitch(bool on)
 {
+    // The frame listens to the clipboard only while the watch is on.
+    if (on && !m_watchClipboard)
+        m_clipboardLink = connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+                                  &MdiVelmar::onClipboardChanged);
+    else if (!on && m_watchClipboard)
+        disconnect(m_clipboardLink);
     m_watchClipboard = on;
 }
 
 void MdiVelmar::onClipboardChanged()
 {
-    if (!m_watchClipboard)
-        return;
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
     if (data && data->hasText())
         SendClipboardTime(data->text());

@@ -202,4 +202,5 @@ private:
     QAction *m_recentSeparator = nullptr;
     std::vector<RecentFileMenuEntry> m_recentEntries;
     bool m_watchClipboard = false;
+    QMetaObject::Connection m_clipboardLink;
 };

@@ -249,6 +249,11 @@ TEST_F(ShellWindows, CopiedTimesGoToTheActiveTimingWindowWhileWatching)
     QCoreApplication::processEvents();
     ASSERT_EQ(got.size(), 1);
     EXPECT_DOUBLE_EQ(got[0], 5.2);
+
+    frame->ClipboardViewerSwitch(false);
+    clipboard->setText(QStringLiteral("0:00:07.00"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(got.size(), 1);
 }
 
 TEST_F(ShellWindows, CancelOnTheSecondChangedWindowStopsTheClose)
