@@ -522,8 +522,8 @@ void MdiVelmar::ClipboardViewerSwitch(bool on)
 {
     // The frame listens to the clipboard only while the watch is on.
     if (on && !m_watchClipboard)
-        m_clipboardLink = connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
-                                  &MdiVelmar::onClipboardChanged);
+        m_clipboardLink = connect(
+            QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &MdiVelmar::onClipboardChanged);
     else if (!on && m_watchClipboard)
         disconnect(m_clipboardLink);
     m_watchClipboard = on;

@@ -223,8 +223,9 @@ void frmPlayer::fitToPicture(const QSize &picture)
         sub->showNormal();
     const QSize content(picture.width(), picture.height() + barHeight() + cbaPlayer->sizeHint().height());
     if (sub) {
-        const QSize chrome = sub->size() - size();
-        sub->resize(content + (chrome.isValid() ? chrome : QSize()));
+        // The sub-window's margins hold its frame and title bar.
+        const QMargins chrome = sub->contentsMargins();
+        sub->resize(content.grownBy(chrome));
     } else {
         resize(content);
     }

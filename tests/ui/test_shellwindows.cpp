@@ -569,3 +569,21 @@ TEST_F(ShellWindows, APlayerWhoseOpenIsCancelledGoesAgain)
     EXPECT_EQ(Velmar->Players()->Count(), 0);
     EXPECT_TRUE(prompt.Messages().isEmpty());
 }
+
+TEST_F(ShellWindows, AFileThatOpensLateResizesTheWindowAgain)
+{
+    media.OpenLate = true;
+    media.MediaWidth = 400;
+    media.MediaHeight = 300;
+    frame->OpenFileByType(QStringLiteral("/v/late.wmv"));
+    frmPlayer *player = onlyPlayer();
+    ASSERT_NE(player, nullptr);
+    EXPECT_EQ(player->FittedPicture(), QSize(640, 480)); // no size known yet
+    auto *sub = qobject_cast<QMdiSubWindow *>(player->parentWidget());
+    ASSERT_NE(sub, nullptr);
+    const int wideWidth = sub->width();
+    media.FinishOpen();
+    EXPECT_EQ(player->FittedPicture(), QSize(400, 300));
+    EXPECT_EQ(wideWidth - sub->width(), 240);
+    EXPECT_EQ(player->Caption(), QStringLiteral("/v/late.wmv"));
+}
