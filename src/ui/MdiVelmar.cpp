@@ -307,6 +307,14 @@ void MdiVelmar::UpdateStatusBar()
             continue;
         setPanelText(key, StatusPanelText(key, keys, back, forword));
     }
+    // The player buttons of the frame say what their panels say.
+    for (QAction *a : tlbAVI->actions()) {
+        const QString key = a->objectName();
+        if (key == u"Play" || key == u"Back" || key == u"Forword")
+            a->setToolTip(StatusPanelText(key, keys, back, forword));
+        else if (key == u"Reset")
+            a->setToolTip(ResetTip(keys));
+    }
 }
 
 bool MdiVelmar::eventFilter(QObject *watched, QEvent *event)

@@ -179,6 +179,11 @@ bool frmSetting::OK()
 
 void frmSetting::Cancel()
 {
-    m_model.Cancel();
     reject();
+}
+
+void frmSetting::reject()
+{
+    m_model.Cancel();
+    QDialog::reject();
 }

@@ -39,6 +39,7 @@ public:
     // The OK and Cancel buttons' work; OK is false while the dialog stays open.
     bool OK();
     void Cancel();
+    void reject() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

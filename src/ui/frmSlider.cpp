@@ -47,8 +47,12 @@ frmSlider::frmSlider(CSliderModel &model, QWidget *parent)
         m_model.OK();
         accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] {
-        m_model.Cancel();
-        reject();
-    });
+    connect(cmdCancel, &QPushButton::clicked, this, &frmSlider::reject);
+}
+
+void frmSlider::reject()
+{
+    // Escape and the title bar's close are a cancel as well.
+    m_model.Cancel();
+    QDialog::reject();
 }

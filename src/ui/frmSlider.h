@@ -23,6 +23,8 @@ public:
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;
 
+    void reject() override;
+
 private:
     CSliderModel &m_model;
 };

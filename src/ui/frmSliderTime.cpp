@@ -2,7 +2,6 @@
 
 #include "core/basMessage.h"
 
-#include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -159,14 +158,12 @@ bool frmSliderTime::OK()
 
 void frmSliderTime::Cancel()
 {
-    m_model.Cancel();
     reject();
 }
 
-void frmSliderTime::closeEvent(QCloseEvent *event)
+void frmSliderTime::reject()
 {
-    // Closing by the title bar is a cancel.
-    if (result() != QDialog::Accepted)
-        m_model.Cancel();
-    QDialog::closeEvent(event);
+    // Escape and the title bar's close are a cancel as well.
+    m_model.Cancel();
+    QDialog::reject();
 }

@@ -32,11 +32,11 @@ public:
     // The buttons' work; OK is false while a field holds a bad value.
     bool OK();
     void Cancel();
+    void reject() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     void showModel();

@@ -152,6 +152,8 @@ TEST_F(ShellWindows, StatusPanelsShowTheKeysAndFollowTheirChanges)
     EXPECT_EQ(frame->PanelText(QStringLiteral("StartPoint")), QStringLiteral("F2:  插入开始时间点"));
     Velmar->Players()->setForwordStep(1.5);
     EXPECT_EQ(frame->PanelText(QStringLiteral("Forword")), QStringLiteral("F6:  前进  1.5秒"));
+    EXPECT_EQ(frame->tlbAVI->findChild<QAction *>(QStringLiteral("Forword"))->toolTip(),
+        QStringLiteral("F6:  前进  1.5秒"));
 
     QStringList titles;
     for (QAction *a : frame->menuBar()->actions())
@@ -469,6 +471,9 @@ TEST_F(ShellWindows, TimeDialogBindsItsModel)
     EXPECT_TRUE(dialog.OK());
     EXPECT_FALSE(model.Cancelled);
     EXPECT_DOUBLE_EQ(model.Value(), 135.05);
+    // Escape cancels.
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_TRUE(model.Cancelled);
     // Letters typed into a box are dropped.
     dialog.txtField[2]->setText(QString());
     QTest::keyClicks(dialog.txtField[2], QStringLiteral("4x2"));
