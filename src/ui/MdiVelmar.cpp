@@ -435,9 +435,11 @@ QMdiSubWindow *MdiVelmar::AddDocumentWindow(QWidget *window)
 
 QWidget *MdiVelmar::ActiveDocument() const
 {
-    QMdiSubWindow *sub = m_mdiArea->activeSubWindow();
+    // The current child stays known while another program has the focus, which is when
+    // copied times arrive.
+    QMdiSubWindow *sub = m_mdiArea->currentSubWindow();
     if (!sub) {
-        // Without a focus on screen the area may not mark a child active: the top one is.
+        // Without any activation (no window system) the top child is the active one.
         const QList<QMdiSubWindow *> stack = m_mdiArea->subWindowList(QMdiArea::StackingOrder);
         if (!isActiveWindow() && !stack.isEmpty())
             sub = stack.last();
