@@ -2,16 +2,9 @@
 #include "pages/basBitmap.h"
 
 #include <QDir>
-#include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <memory>
-
-namespace {
-
-} // namespace
 
 // One page drawn as the page display does it (two centred lines near the bottom) and
 // written as a 4-bit bitmap.
