@@ -3,6 +3,7 @@
 #include "shell/CRecentFile.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
+#include "ui/frmProject.h"
 
 #include <QApplication>
 
@@ -21,6 +22,10 @@ int main(int argc, char *argv[])
         prompt.setParentWidget(&frame);
         // The settings store is read here, in its order.
         frame.Init(Velmar);
+
+        frmProject project(&frame);
+        project.Init(&frame);
+        project.hide();
 
         CRecentFile recent;
         RecentFile = &recent;
