@@ -1,0 +1,77 @@
+#include "core/CScriptedPrompt.h"
+#include "core/basMain.h"
+#include "core/basText.h"
+#include "script/CTiming.h"
+#include "ui/frmTiming.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// Windows need a widget application. When another benchmark has already made a plain
+// GUI application, no window can be shown in this run.
+bool ensureWidgetApplication()
+{
+    static std::unique_ptr<QApplication> app;
+    if (QCoreApplication::instance())
+        return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr;
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "velmar_bench";
+    static char *argv[] = { name, nullptr };
+    app = std::make_unique<QApplication>(argc, argv);
+    return true;
+}
+
+QString Script(int lines)
+{
+    QString text = QStringLiteral("[Script Info]\r\nScriptType: v4.00+\r\n\r\n[Events]\r\n"
+                                  "Format: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, "
+                                  "Text\r\n");
+    for (int i = 0; i < lines; ++i) {
+        const int s = i * 2;
+        text += QStringLiteral("Dialogue: 0,0:%1:%2.00,0:%1:%3.50,Default,,0000,0000,0000,,第%4句台词 line\r\n")
+                    .arg((s / 60) % 60, 2, 10, QChar(u'0'))
+                    .arg(s % 60, 2, 10, QChar(u'0'))
+                    .arg((s + 1) % 60, 2, 10, QChar(u'0'))
+                    .arg(i);
+    }
+    return text;
+}
+
+} // namespace
+
+// A 30,000-line ASS script opened into a new timing window by name, and the window shown.
+static void BM_OpenTimingWindow30k(benchmark::State &state)
+{
+    if (!ensureWidgetApplication()) {
+        state.SkipWithError("a plain GUI application exists already; run this benchmark alone");
+        return;
+    }
+    StartCore();
+    CScriptedPrompt prompt;
+    SetPrompt(&prompt);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("big.ass"));
+    WriteTextFile(path, Script(30000), true);
+    for (auto _ : state) {
+        frmTiming form;
+        form.Init();
+        form.show();
+        const bool ok = form.OpenFile(0, path);
+        QCoreApplication::processEvents();
+        benchmark::DoNotOptimize(ok);
+        state.PauseTiming();
+        form.Document()->setChanged(false);
+        form.close();
+        state.ResumeTiming();
+    }
+    SetPrompt(nullptr);
+}
+BENCHMARK(BM_OpenTimingWindow30k)->Unit(benchmark::kMillisecond)->Iterations(3);
