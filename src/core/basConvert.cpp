@@ -420,25 +420,63 @@ QString Format(double value, QStringView pattern)
     return result;
 }
 
-QString Trim(QStringView text)
-{
-    return RTrim(LTrim(text));
-}
-
-QString LTrim(QStringView text)
+QStringView LTrimView(QStringView text)
 {
     qsizetype b = 0;
     while (b < text.size() && text[b] == u' ')
         ++b;
-    return text.sliced(b).toString();
+    return text.sliced(b);
 }
 
-QString RTrim(QStringView text)
+QStringView RTrimView(QStringView text)
 {
     qsizetype e = text.size();
     while (e > 0 && text[e - 1] == u' ')
         --e;
-    return text.left(e).toString();
+    return text.left(e);
+}
+
+QStringView TrimView(QStringView text)
+{
+    return RTrimView(LTrimView(text));
+}
+
+QList<QStringView> SplitCrlf(QStringView text)
+{
+    QList<QStringView> pieces;
+    pieces.reserve(text.size() / 40 + 16);
+    const qsizetype n = text.size();
+    qsizetype start = 0, from = 0;
+    for (;;) {
+        // A lone "\r" is not a line end: look on from the next one.
+        const qsizetype at = text.indexOf(u'\r', from);
+        if (at < 0 || at + 1 >= n) {
+            pieces.append(text.sliced(start));
+            break;
+        }
+        if (text[at + 1] != u'\n') {
+            from = at + 1;
+            continue;
+        }
+        pieces.append(text.sliced(start, at - start));
+        start = from = at + 2;
+    }
+    return pieces;
+}
+
+QString Trim(QStringView text)
+{
+    return TrimView(text).toString();
+}
+
+QString LTrim(QStringView text)
+{
+    return LTrimView(text).toString();
+}
+
+QString RTrim(QStringView text)
+{
+    return RTrimView(text).toString();
 }
 
 QString UCase(QStringView text)

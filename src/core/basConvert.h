@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringView>
 #include <QtGlobal>
@@ -49,6 +50,14 @@ QString Hex(qint64 value);
 // other characters copied: "0000", "0.00", "000.0000", "#,##0.0#". Rounds half away
 // from zero on the number's 15-digit decimal form.
 QString Format(double value, QStringView pattern);
+
+// Views without copies, for the readers: blanks only, like Trim.
+QStringView TrimView(QStringView text);
+QStringView LTrimView(QStringView text);
+QStringView RTrimView(QStringView text);
+// A whole text split at "\r\n" and at nothing else, as views into `text` (which must
+// outlive them). An empty text gives one empty piece, as a Basic split does.
+QList<QStringView> SplitCrlf(QStringView text);
 
 // Text helpers. Positions count from 1; a start below 1 raises VelmarError 5.
 QString Trim(QStringView text);   // blanks only, not tabs

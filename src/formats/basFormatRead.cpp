@@ -5,40 +5,6 @@
 
 namespace basFormatRead {
 
-QList<QStringView> SplitLines(QStringView text)
-{
-    QList<QStringView> lines;
-    lines.reserve(text.size() / 32 + 1);
-    qsizetype from = 0;
-    for (;;) {
-        const qsizetype at = text.indexOf(u"\r\n", from);
-        if (at < 0)
-            break;
-        lines.append(text.sliced(from, at - from));
-        from = at + 2;
-    }
-    lines.append(text.sliced(from));
-    return lines;
-}
-
-QStringView TrimView(QStringView text)
-{
-    qsizetype b = 0, e = text.size();
-    while (b < e && text[b] == u' ')
-        ++b;
-    while (e > b && text[e - 1] == u' ')
-        --e;
-    return text.sliced(b, e - b);
-}
-
-QStringView LTrimView(QStringView text)
-{
-    qsizetype b = 0;
-    while (b < text.size() && text[b] == u' ')
-        ++b;
-    return text.sliced(b);
-}
-
 bool IsBlankText(QStringView text)
 {
     for (QChar c : text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/VelmarError.h"
+#include "core/basConvert.h"
 
 #include <QList>
 #include <QString>
@@ -11,12 +12,13 @@
 // they walk it with, and the way a fault or a bad line reaches the user.
 namespace basFormatRead {
 
-// The whole text split at "\r\n" and at nothing else, as views into `text`.
-QList<QStringView> SplitLines(QStringView text);
+using basConvert::LTrimView;
+using basConvert::TrimView;
+inline QList<QStringView> SplitLines(QStringView text)
+{
+    return basConvert::SplitCrlf(text);
+}
 
-// Blanks only, as the Basic trim does: tabs and line feeds stay.
-QStringView TrimView(QStringView text);
-QStringView LTrimView(QStringView text);
 bool IsBlankText(QStringView text);
 
 // The readers walk the split with a 16-bit signed index. A split whose last index does

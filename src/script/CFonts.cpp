@@ -126,7 +126,7 @@ void CFonts::Read(QStringView text)
     if (ScriptType != 1 && ScriptType != 2)
         return;
     Clear();
-    const std::vector<QStringView> lines = SplitLines(text);
+    const QList<QStringView> lines = SplitLines(text);
     const size_t n = lines.size();
     size_t i = 0;
     for (; i < n; ++i) {

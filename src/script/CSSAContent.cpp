@@ -155,7 +155,7 @@ std::unique_ptr<CSSAContent> CSSAContent::DuplicateSSA() const
 void CSSAContent::Read(QStringView text)
 {
     Clear();
-    const std::vector<QStringView> lines = SplitLines(text);
+    const QList<QStringView> lines = SplitLines(text);
     const qsizetype n = qsizetype(lines.size());
     qsizetype i = 0;
     for (; i < n; ++i) {

@@ -120,7 +120,7 @@ void CSubInfo::Read(QStringView text)
 {
     Clear();
     m_comment.clear();
-    const std::vector<QStringView> lines = SplitLines(text);
+    const QList<QStringView> lines = SplitLines(text);
     const size_t n = lines.size();
     size_t i = 0;
     while (i < n && !lines[i].contains(u"[SCRIPT INFO]", Qt::CaseInsensitive))

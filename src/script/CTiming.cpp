@@ -4,6 +4,7 @@
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basMessage.h"
+#include "player/CPreview.h"
 #include "script/ITimingGrid.h"
 #include "script/basScript.h"
 
@@ -36,6 +37,7 @@ void CTiming::Init(qint32 SerialNo, QObject *Window)
     SSAContent->setParent(this);
     Fonts = Class::MakeCollection<CFonts>();
     Formats.Init(this);
+    Preview = Class::Make<CPreview>(static_cast<isub *>(this));
     setScriptType(2);
     TimingOption = 255;
     setTimeFormat(0);
@@ -174,7 +176,7 @@ QString CTiming::TextColumn() const
 
 void CTiming::FillTextColumn(QStringView text)
 {
-    const std::vector<QStringView> lines = basScript::SplitLines(text);
+    const QList<QStringView> lines = basScript::SplitLines(text);
     if (TimingTable) {
         QStringList column;
         column.reserve(qsizetype(lines.size()));

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 
+class CPreview;
 class CTimings;
 class ITimingGrid;
 class IPlayerWindow;
@@ -29,6 +30,8 @@ public:
     // Public fields.
     std::unique_ptr<CFonts> Fonts;
     std::unique_ptr<CSubInfo> ScriptInfo;
+    // The live preview's copy of the lines, keyed by the grid rows' serial numbers.
+    std::unique_ptr<CPreview> Preview;
     std::unique_ptr<CSSAContent> SSAContent;
     // The bodies of the other file formats: SMIContent, SMPContent, SRTContent,
     // LRCContent and SSTContent, read and assembled through it.

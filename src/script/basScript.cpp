@@ -8,48 +8,6 @@
 
 namespace basScript {
 
-QStringView TrimView(QStringView text)
-{
-    qsizetype b = 0, e = text.size();
-    while (b < e && text[b] == u' ')
-        ++b;
-    while (e > b && text[e - 1] == u' ')
-        --e;
-    return text.sliced(b, e - b);
-}
-
-QStringView LTrimView(QStringView text)
-{
-    qsizetype b = 0;
-    while (b < text.size() && text[b] == u' ')
-        ++b;
-    return text.sliced(b);
-}
-
-std::vector<QStringView> SplitLines(QStringView text)
-{
-    std::vector<QStringView> lines;
-    lines.reserve(size_t(text.size() / 48 + 16));
-    const qsizetype n = text.size();
-    qsizetype start = 0;
-    qsizetype from = 0;
-    for (;;) {
-        // A lone "\r" is not a line end: look for the next one.
-        const qsizetype at = text.indexOf(u'\r', from);
-        if (at < 0 || at + 1 >= n) {
-            lines.push_back(text.sliced(start));
-            break;
-        }
-        if (text[at + 1] != u'\n') {
-            from = at + 1;
-            continue;
-        }
-        lines.push_back(text.sliced(start, at - start));
-        start = from = at + 2;
-    }
-    return lines;
-}
-
 void CheckLineIndex(qsizetype index)
 {
     if (index >= MaxReaderLines)

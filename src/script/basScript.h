@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/basConvert.h"
+
 #include <QString>
 #include <QStringView>
 #include <QtGlobal>
@@ -10,13 +12,12 @@
 // the whole file so that a reader makes no temporary strings for the lines it skips.
 namespace basScript {
 
-// Blanks only, as the Basic trim does: tabs and other white space stay.
-QStringView TrimView(QStringView text);
-QStringView LTrimView(QStringView text);
-
-// The whole text split at "\r\n" and at nothing else, as views into `text` (which must
-// outlive them). An empty text gives one empty line, as a Basic split does.
-std::vector<QStringView> SplitLines(QStringView text);
+using basConvert::LTrimView;
+using basConvert::TrimView;
+inline QList<QStringView> SplitLines(QStringView text)
+{
+    return basConvert::SplitCrlf(text);
+}
 
 // The readers count lines in a 16-bit signed counter: a text of more than this many
 // lines overflows once the counter passes the last one.

@@ -210,7 +210,9 @@ void CSpread::setMaxRows(int rows)
         if (m_reDraw)
             beginInsertRows(QModelIndex(), old, rows - 1);
         const RowCells &fresh = FreshRow();
-        m_rows.reserve(size_t(rows));
+        // Rows are mostly added one at a time at the end: grow the storage geometrically.
+        if (size_t(rows) > m_rows.capacity())
+            m_rows.reserve(std::max(size_t(rows), m_rows.capacity() * 2));
         m_rows.resize(size_t(rows), fresh);
         if (m_reDraw)
             endInsertRows();

@@ -1,11 +1,19 @@
 #include "timing/CTimingGrid.h"
 
+#include "core/IPrompt.h"
+#include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
+#include "script/CFonts.h"
+#include "script/CSSAContent.h"
+#include "script/CTiming.h"
+#include "script/basScript.h"
 #include "timing/CSpreadCellKeeper.h"
+#include "timing/CSpreadDrawingStop.h"
 #include "timing/ITimingPreviewHooks.h"
 
+#include <QSet>
 #include <limits>
 
 namespace {
@@ -21,6 +29,39 @@ bool ShownAtStart(int col)
 {
     return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime
         || col == CTimingGrid::ColDialog;
+}
+
+const QString kDefault = QStringLiteral("Default");
+const QString kStarDefault = QStringLiteral("*Default");
+const QString kOwnerDefault = QStringLiteral("NTP");
+
+// The effect names of the six items of column 10, in item order; 4 and 5 are the two
+// directions of "Banner".
+const QString kEffectNames[6] = { QString(), QStringLiteral("Karaoke"), QStringLiteral("Scroll up"),
+    QStringLiteral("Scroll down"), QStringLiteral("Banner"), QStringLiteral("Banner") };
+
+// A whole number cell as a 16-bit integer: empty reads as 0, anything else that is no
+// number is a type mismatch, and a number out of range an overflow.
+qint16 NumberCell(const QString &text)
+{
+    const QStringView trimmed = basScript::TrimView(text);
+    if (trimmed.isEmpty())
+        return 0;
+    return basConvert::CInt(trimmed);
+}
+
+// A cell that the model keeps as text but that must hold a number.
+const QString &CheckedNumberText(const QString &text)
+{
+    const QStringView trimmed = basScript::TrimView(text);
+    if (!trimmed.isEmpty() && !basConvert::IsNumeric(trimmed))
+        throw VelmarError::TypeMismatch();
+    return text;
+}
+
+QString NumberText(qint64 value)
+{
+    return basConvert::CStr(value);
 }
 
 } // namespace
@@ -190,9 +231,9 @@ void CTimingGrid::ShowColumn(int col)
 bool CTimingGrid::IsRowBlank(int row) const
 {
     const CSpread &grid = *m_spread;
-    return basConvert::Trim(grid.GetText(ColStartTime, row)).isEmpty()
-        && basConvert::Trim(grid.GetText(ColEndTime, row)).isEmpty()
-        && basConvert::Trim(grid.GetText(ColDialog, row)).isEmpty();
+    return basScript::TrimView(grid.GetText(ColStartTime, row)).isEmpty()
+        && basScript::TrimView(grid.GetText(ColEndTime, row)).isEmpty()
+        && basScript::TrimView(grid.GetText(ColDialog, row)).isEmpty();
 }
 
 qint32 CTimingGrid::RowSerial(int row) const
@@ -257,4 +298,371 @@ void CTimingGrid::SetRowCheckDisabled(int row, bool disabled)
 bool CTimingGrid::RowCheckDisabled(int row) const
 {
     return m_spread->GetCellMark(ColStartTime, row) || m_spread->GetCellMark(ColEndTime, row);
+}
+
+// ---- exchange with the script model --------------------------------------------------
+
+void CTimingGrid::SetDocument(CTiming *document)
+{
+    const auto attach = [](CTiming *doc, ITimingGrid *grid) {
+        // A document not yet set up has no event list to tell.
+        if (doc->SSAContent)
+            doc->setTimingTable(grid);
+        else
+            doc->TimingTable = grid;
+    };
+    if (m_document && m_document != document && m_document->TimingTable == this)
+        attach(m_document, nullptr);
+    m_document = document;
+    if (m_document)
+        attach(m_document, this);
+}
+
+const CFonts *CTimingGrid::DocumentFonts() const
+{
+    return m_document && m_document->Fonts ? m_document->Fonts.get() : nullptr;
+}
+
+void CTimingGrid::SetColumnItems(int col, const QStringList &items)
+{
+    CSpread &grid = *m_spread;
+    const CSpreadCellKeeper keep(grid);
+    const CSpreadDrawingStop stop(grid);
+    grid.setRow(-1);
+    grid.setCol(col);
+    grid.setListItems(items.join(QChar(u'\t')));
+}
+
+QStringList CTimingGrid::ColumnItems(int col) const
+{
+    // The column's kind, read through the whole-column target and put back at once.
+    CSpread &grid = *m_spread;
+    const CSpreadCellKeeper keep(grid);
+    grid.setRow(-1);
+    grid.setCol(col);
+    return grid.CellType().ListItems;
+}
+
+QStringList CTimingGrid::StyleItems() const
+{
+    return ColumnItems(ColStyle);
+}
+
+QStringList CTimingGrid::OwnerItems() const
+{
+    return ColumnItems(ColOwner);
+}
+
+void CTimingGrid::RefreshStyleColumn(const CFonts &fonts)
+{
+    QStringList names;
+    names.reserve(fonts.Count());
+    for (const CFont *font : fonts)
+        names << font->StyleName();
+    SetColumnItems(ColStyle, names);
+}
+
+void CTimingGrid::RefreshStyleColumn()
+{
+    if (const CFonts *fonts = DocumentFonts())
+        RefreshStyleColumn(*fonts);
+}
+
+void CTimingGrid::RefreshOwnerColumn(const QStringList &names)
+{
+    SetColumnItems(ColOwner, names);
+}
+
+void CTimingGrid::RestoreListCells(
+    int col, const QStringList &kept, const CFonts *fonts, const QString &fallback)
+{
+    CSpread &grid = *m_spread;
+    grid.setRow(1);
+    grid.setCol(col);
+    const QStringList items = grid.CellType().ListItems;
+    int fallbackIndex = int(items.indexOf(fallback));
+    if (fallbackIndex < 0 && fallback == kDefault)
+        fallbackIndex = int(items.indexOf(kStarDefault));
+    QStringList originals;
+    if (fonts) {
+        originals.reserve(items.size());
+        for (const QString &item : items)
+            originals << fonts->GetOriginalStyleName(item);
+    }
+    const int rows = std::min<int>(grid.MaxRows(), int(kept.size()));
+    for (int row = 1; row <= rows; ++row) {
+        QString name = kept.at(row - 1);
+        if (fonts && name == kStarDefault)
+            name = kDefault;
+        int choice = -1;
+        for (int i = 0; i < items.size() && choice < 0; ++i) {
+            if (items.at(i) == name || (fonts && !name.isEmpty() && originals.at(i) == name))
+                choice = i;
+        }
+        if (choice < 0)
+            choice = fallbackIndex;
+        if (choice >= 0) {
+            grid.setRow(row);
+            grid.setListChoice(choice);
+        }
+    }
+}
+
+void CTimingGrid::RefreshStyleCells(const CFonts &fonts)
+{
+    CSpread &grid = *m_spread;
+    const CSpreadCellKeeper keep(grid);
+    const CSpreadDrawingStop stop(grid);
+    QStringList kept;
+    kept.reserve(grid.MaxRows());
+    for (int row = 1; row <= grid.MaxRows(); ++row)
+        kept << grid.GetText(ColStyle, row);
+    RefreshStyleColumn(fonts);
+    RestoreListCells(ColStyle, kept, &fonts, kDefault);
+}
+
+void CTimingGrid::RefreshStyleCells()
+{
+    if (const CFonts *fonts = DocumentFonts())
+        RefreshStyleCells(*fonts);
+}
+
+void CTimingGrid::RefreshOwnerCells(const QStringList &names)
+{
+    CSpread &grid = *m_spread;
+    const CSpreadCellKeeper keep(grid);
+    const CSpreadDrawingStop stop(grid);
+    QStringList kept;
+    kept.reserve(grid.MaxRows());
+    for (int row = 1; row <= grid.MaxRows(); ++row)
+        kept << grid.GetText(ColOwner, row);
+    RefreshOwnerColumn(names);
+    RestoreListCells(ColOwner, kept, nullptr, kOwnerDefault);
+}
+
+void CTimingGrid::LoadRow(
+    int row, CSSAContentLine &line, bool ssa, const CFonts *fonts, const QStringList &styles)
+{
+    CSpread &grid = *m_spread;
+    if (line.m_Changed)
+        SetRowChanged(row, true);
+    if (line.m_Question)
+        SetRowQuestion(row, true);
+    if (line.m_DisableCheckTiming)
+        SetRowCheckDisabled(row, true);
+
+    grid.setRow(row);
+    grid.setCol(ColLineType);
+    grid.setListChoice(line.LineType);
+    grid.SetText(ColLayer, row, NumberText(ssa ? line.Marked() : line.Layer()));
+    grid.SetText(ColStartTime, row, line.StartTimeString());
+    grid.SetText(ColEndTime, row, line.EndTimeString());
+
+    QString style = line.Style();
+    if (style == kStarDefault) {
+        line.setStyle(kDefault);
+        style = kDefault;
+    }
+    if (!grid.ChooseItem(ColStyle, row, style) && fonts) {
+        for (int i = 0; i < styles.size(); ++i) {
+            if (fonts->GetOriginalStyleName(styles.at(i)) == style) {
+                grid.setCol(ColStyle);
+                grid.setListChoice(i);
+                break;
+            }
+        }
+    }
+
+    grid.SetText(ColOwner, row, line.Owner());
+    grid.SetText(ColMarginL, row, line.MarginL());
+    grid.SetText(ColMarginR, row, line.MarginR());
+    grid.SetText(ColMarginV, row, line.MarginV());
+
+    const QString &effect = line.EffectName();
+    int item = -1;
+    bool scroll = false;
+    if (effect.isEmpty()) {
+        item = 0;
+    } else if (effect == kEffectNames[1]) {
+        item = 1;
+    } else if (effect == kEffectNames[2] || effect == kEffectNames[3]) {
+        item = effect == kEffectNames[2] ? 2 : 3;
+        scroll = true;
+    } else if (effect == kEffectNames[4]) {
+        item = line.EffectLeftToRight() ? 5 : 4;
+    }
+    if (item >= 0) {
+        grid.setCol(ColEffect);
+        grid.setListChoice(item);
+        const bool banner = item >= 4;
+        grid.SetText(ColEffectY1, row, scroll ? NumberText(line.EffectY1()) : QString());
+        grid.SetText(ColEffectY2, row, scroll ? NumberText(line.EffectY2()) : QString());
+        grid.SetText(ColEffectDelay, row, scroll || banner ? NumberText(line.EffectDelay()) : QString());
+        grid.SetText(ColEffectFade, row, scroll || banner ? NumberText(line.EffectFade()) : QString());
+    }
+
+    grid.SetText(ColDialog, row, line.Dialog());
+}
+
+void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
+{
+    CSpread &grid = *m_spread;
+    const CSpreadDrawingStop stop(grid);
+    ResetGrid();
+
+    if (!fonts && content.Parent() && content.Parent()->Fonts)
+        fonts = content.Parent()->Fonts.get();
+    if (!fonts)
+        fonts = DocumentFonts();
+    if (fonts)
+        RefreshStyleColumn(*fonts);
+
+    // Speakers in the order of their first line.
+    QStringList owners;
+    QSet<QString> seen;
+    for (const CSSAContentLine *line : content) {
+        const QString &owner = line->Owner();
+        if (!owner.isEmpty() && !seen.contains(owner)) {
+            seen.insert(owner);
+            owners << owner;
+        }
+    }
+    RefreshOwnerColumn(owners);
+
+    const QStringList styles = StyleItems();
+    const bool ssa = content.ScriptType == 1;
+    int row = grid.MaxRows() - 1;
+    for (CSSAContentLine *line : content) {
+        if (line->Blank)
+            continue;
+        LoadRow(row, *line, ssa, fonts, styles);
+        TellPreview(-1, row);
+        AppendRow();
+        ++row;
+    }
+    grid.setRow(1);
+    grid.setCol(ColStartTime);
+}
+
+void CTimingGrid::StoreRow(int row, CSSAContentLine &line, const QStringList &effects) const
+{
+    const CSpread &grid = *m_spread;
+    line.Blank = false;
+    line.m_Changed = RowChanged(row);
+    line.m_Question = RowQuestion(row);
+    line.m_DisableCheckTiming = RowCheckDisabled(row);
+    line.LineType = LineTypeFromChinese(grid.GetText(ColLineType, row));
+    const qint16 layer = NumberCell(grid.GetText(ColLayer, row));
+    line.setMarked(layer);
+    line.setLayer(layer);
+    line.setStartTimeString(grid.GetText(ColStartTime, row));
+    line.setEndTimeString(grid.GetText(ColEndTime, row));
+    const QString style = grid.GetText(ColStyle, row);
+    line.setStyle(style == kDefault ? kStarDefault : style);
+    line.setOwner(grid.GetText(ColOwner, row));
+    line.setMarginL(CheckedNumberText(grid.GetText(ColMarginL, row)));
+    line.setMarginR(CheckedNumberText(grid.GetText(ColMarginR, row)));
+    line.setMarginV(CheckedNumberText(grid.GetText(ColMarginV, row)));
+
+    const qsizetype item = effects.indexOf(grid.GetText(ColEffect, row));
+    if (item >= 0 && item < 6) {
+        line.setEffectName(kEffectNames[item]);
+        if (item == 4)
+            line.setEffectLeftToRight(0);
+        else if (item == 5)
+            line.setEffectLeftToRight(1);
+    } else {
+        line.setEffectName(QString());
+    }
+    line.setEffectY1(NumberCell(grid.GetText(ColEffectY1, row)));
+    line.setEffectY2(NumberCell(grid.GetText(ColEffectY2, row)));
+    line.setEffectDelay(NumberCell(grid.GetText(ColEffectDelay, row)));
+    line.setEffectFade(NumberCell(grid.GetText(ColEffectFade, row)));
+    line.setDialog(grid.GetText(ColDialog, row));
+    line.ForcePosition = false;
+    line.Displayed = false;
+    line.DisplayX = line.DisplayY = line.DisplayHeight = line.DisplayWidth = 0;
+}
+
+void CTimingGrid::StoreGridToContent(CSSAContent &content)
+{
+    try {
+        content.Clear();
+        const CTiming *document = content.Parent() ? content.Parent() : m_document;
+        if (document) {
+            content.ScriptType = document->ScriptType();
+            content.ScriptSubType = document->ScriptSubType();
+        }
+        const QStringList effects = EffectItems();
+        const int rows = m_spread->MaxRows();
+        content.Reserve(rows);
+        for (int row = 1; row <= rows; ++row) {
+            const bool blank = IsRowBlank(row);
+            CSSAContentLine *line = content.Create();
+            if (blank) {
+                line->Blank = true;
+                continue;
+            }
+            StoreRow(row, *line, effects);
+        }
+        if (document)
+            content.setTimeFormat(document->TimeFormat());
+    } catch (const VelmarError &fault) {
+        MsgBox(Msg(QStringLiteral("TIMING_ERR_112")) + fault.Description());
+    } catch (...) {
+        MsgBox(Msg(QStringLiteral("TIMING_ERR_112")));
+    }
+}
+
+// ---- the dialogue column ---------------------------------------------------------------
+
+void CTimingGrid::FillTextColumn(const QStringList &lines)
+{
+    CSpread &grid = *m_spread;
+    try {
+        const CSpreadDrawingStop stop(grid);
+        grid.setRow(1);
+        grid.setCol(ColDialog);
+        grid.setRow2(grid.MaxRows());
+        grid.setCol2(ColDialog);
+        grid.ClearBlock();
+        for (int row = 1; row <= grid.MaxRows(); ++row)
+            TellPreview(-1, row);
+        int row = 1;
+        for (const QString &line : lines) {
+            if (row > grid.MaxRows())
+                AppendRow();
+            grid.SetText(ColDialog, row, line);
+            TellPreview(ColDialog, row);
+            ++row;
+            if (row >= grid.MaxRows())
+                AppendRow();
+        }
+        grid.setRow(1);
+        grid.setCol(ColDialog);
+    } catch (const VelmarError &fault) {
+        MsgBox(Msg(QStringLiteral("TIMING_ERR_108")) + QStringLiteral(": ") + fault.Description());
+    } catch (...) {
+        MsgBox(Msg(QStringLiteral("TIMING_ERR_108")));
+    }
+}
+
+QString CTimingGrid::TextColumn() const
+{
+    QString out;
+    try {
+        const CSpread &grid = *m_spread;
+        qsizetype size = 0;
+        for (int row = 1; row <= grid.MaxRows(); ++row)
+            size += grid.GetText(ColDialog, row).size() + 2;
+        out.reserve(size);
+        for (int row = 1; row <= grid.MaxRows(); ++row) {
+            if (row > 1)
+                out += u"\r\n";
+            out += grid.GetText(ColDialog, row);
+        }
+    } catch (...) {
+        MsgBox(Msg(QStringLiteral("TIMING_ERR_107")));
+    }
+    return out;
 }

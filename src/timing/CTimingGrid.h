@@ -1,20 +1,26 @@
 #pragma once
 
+#include "script/ITimingGrid.h"
 #include "timing/CSpread.h"
 #include "timing/CTimingColumnView.h"
 
 #include <QStringList>
 #include <memory>
 
+class CFonts;
+class CSSAContent;
+class CSSAContentLine;
+class CTiming;
 class ITimingPreviewHooks;
 
 // The timing grid: one row per script line in sixteen columns, with the row conventions
 // of a timing window (spare rows at the end, a serial number in the last column, the
 // three line flags kept as cell appearance). It owns the CSpread that a view shows.
 //
-// The exchange with the script model (loading lines into the grid, storing them back,
-// the style and speaker lists) builds on the column layout and flag accessors here.
-class CTimingGrid
+// While a document is open the grid, not the event list, holds the lines: loading fills
+// the cells from the list after a read, storing rebuilds the list from the cells before
+// anything needs the lines (a save, a page export).
+class CTimingGrid : public ITimingGrid
 {
 public:
     enum Column {
@@ -44,7 +50,7 @@ public:
     static constexpr quint32 NoQuestionBackColor = CSpread::ColorWindow;
 
     CTimingGrid();
-    ~CTimingGrid();
+    ~CTimingGrid() override;
     CTimingGrid(const CTimingGrid &) = delete;
     CTimingGrid &operator=(const CTimingGrid &) = delete;
 
@@ -100,11 +106,54 @@ public:
     // Tells the preview, when there is one.
     void TellPreview(int col, int row);
 
+    // The document whose styles fill the style list and whose script type, subtype and
+    // time format go into a stored list. Not owned; nullptr for none.
+    // Attaching also makes this grid the document's TimingTable, so that assembling the
+    // document's file first stores the grid.
+    void SetDocument(CTiming *document);
+    CTiming *Document() const { return m_document; }
+
+    // Model to grid, after a read: the grid is reset, the style and speaker lists are
+    // rebuilt, and each line that is not blank fills the row before the spare rows.
+    // Styles come from `fonts`, else from the list's document, else from SetDocument.
+    void LoadGridFromContent(CSSAContent &content, const CFonts *fonts = nullptr);
+    // Grid to model: `content` is emptied and gets one line per row, spare rows included.
+    // A fault (a number cell holding no number) shows TIMING_ERR_112 with its text and
+    // stops; the lines made so far stay.
+    void StoreGridToContent(CSSAContent &content) override;
+
+    // The style list of column 5 from the styles, for all rows (every choice goes back to
+    // the first item). The second form keeps each row's style where the list still has it.
+    void RefreshStyleColumn(const CFonts &fonts);
+    void RefreshStyleColumn();
+    void RefreshStyleCells(const CFonts &fonts);
+    void RefreshStyleCells();
+    // The same for the speakers of column 6 (fallback "NTP").
+    void RefreshOwnerColumn(const QStringList &names);
+    void RefreshOwnerCells(const QStringList &names);
+    // The items of the list of column 5 or 6 as they stand: the menus of styles and
+    // speakers follow them.
+    QStringList StyleItems() const;
+    QStringList OwnerItems() const;
+
+    // The dialogue column: written from row 1 on with drawing stopped (times and other
+    // columns stay), and read as lines joined by "\r\n". Faults show TIMING_ERR_108 and
+    // TIMING_ERR_107.
+    void FillTextColumn(const QStringList &lines) override;
+    QString TextColumn() const override;
+
 private:
     void SetColumnHidden(int col, bool hidden);
+    const CFonts *DocumentFonts() const;
+    QStringList ColumnItems(int col) const;
+    void SetColumnItems(int col, const QStringList &items);
+    void RestoreListCells(int col, const QStringList &kept, const CFonts *fonts, const QString &fallback);
+    void LoadRow(int row, CSSAContentLine &line, bool ssa, const CFonts *fonts, const QStringList &styles);
+    void StoreRow(int row, CSSAContentLine &line, const QStringList &effects) const;
 
     std::unique_ptr<CSpread> m_spread;
     ITimingPreviewHooks *m_hooks = nullptr;
     qint32 m_serialNo = 0;
     CTimingColumnView m_columnView;
+    CTiming *m_document = nullptr;
 };
