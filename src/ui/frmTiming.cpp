@@ -7,18 +7,21 @@
 #include "core/basText.h"
 #include "player/CPlayer.h"
 #include "player/CPlayers.h"
+#include "player/CPreview.h"
+#include "pages/CPictureBox.h"
 #include "player/IPlayerWindow.h"
 #include "script/CSSAContent.h"
 #include "script/CSSAContentLine.h"
 #include "script/CTiming.h"
 #include "script/CTimings.h"
-#include "script/ITimingGrid.h"
 #include "shell/CHotKeys.h"
 #include "shell/CRecentFile.h"
 #include "shell/basBackup.h"
 #include "timing/CCaptureKey.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
+#include "timing/basLineOps.h"
+#include "timing/basTimeAdjust.h"
 #include "translation/CTranslate.h"
 #include "translation/CTranslates.h"
 #include "ui/CSpreadView.h"
@@ -40,101 +43,6 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
-
-// The exchange between the grid and the document's event list, as far as the window
-// needs it to open and save: times, style, speaker and dialogue of each line.
-class CTimingGridLink : public ITimingGrid
-{
-public:
-    explicit CTimingGridLink(CTimingGrid &grid) : m_grid(grid) { }
-
-    void Load(CSSAContent &content, int openMode)
-    {
-        CSpread &s = m_grid.Spread();
-        s.setReDraw(false);
-        int row = 0;
-        if (openMode == 0) {
-            m_grid.ResetGrid(0);
-        } else {
-            row = s.MaxRows();
-            while (row > 0 && m_grid.IsRowBlank(row))
-                --row;
-        }
-        const int needed = row + int(content.Count()) + 1;
-        if (s.MaxRows() < needed)
-            s.setMaxRows(needed);
-        for (const CSSAContentLine *line : content) {
-            ++row;
-            if (line->Blank)
-                continue;
-            s.SetText(CTimingGrid::ColStartTime, row, line->StartTimeString());
-            s.SetText(CTimingGrid::ColEndTime, row, line->EndTimeString());
-            s.SetText(CTimingGrid::ColStyle, row, line->Style());
-            s.SetText(CTimingGrid::ColOwner, row, line->Owner());
-            s.SetText(CTimingGrid::ColDialog, row, line->Dialog());
-            m_grid.SetRowChanged(row, line->m_Changed);
-            m_grid.SetRowQuestion(row, line->m_Question);
-        }
-        for (int r = 1; r <= s.MaxRows(); ++r)
-            if (s.GetText(CTimingGrid::ColSerialNo, r).isEmpty())
-                s.SetText(CTimingGrid::ColSerialNo, r, QString::number(m_grid.RowSerialNo()));
-        s.setReDraw(true);
-    }
-
-    void StoreGridToContent(CSSAContent &content) override
-    {
-        content.Clear();
-        const CSpread &s = m_grid.Spread();
-        int last = s.MaxRows();
-        while (last > 0 && m_grid.IsRowBlank(last))
-            --last;
-        content.Reserve(last);
-        for (int row = 1; row <= last; ++row) {
-            CSSAContentLine *line = content.Create();
-            if (m_grid.IsRowBlank(row)) {
-                line->Blank = true;
-                continue;
-            }
-            line->setStartTimeString(s.GetText(CTimingGrid::ColStartTime, row));
-            line->setEndTimeString(s.GetText(CTimingGrid::ColEndTime, row));
-            const QString style = s.GetText(CTimingGrid::ColStyle, row);
-            if (!style.isEmpty())
-                line->setStyle(style);
-            line->setOwner(s.GetText(CTimingGrid::ColOwner, row));
-            line->setDialog(s.GetText(CTimingGrid::ColDialog, row));
-            line->m_Changed = m_grid.RowChanged(row);
-            line->m_Question = m_grid.RowQuestion(row);
-        }
-    }
-
-    void FillTextColumn(const QStringList &lines) override
-    {
-        CSpread &s = m_grid.Spread();
-        s.setReDraw(false);
-        for (int row = 1; row <= s.MaxRows(); ++row)
-            s.SetText(CTimingGrid::ColDialog, row, QString());
-        for (int i = 0; i < lines.size(); ++i) {
-            if (i + 1 >= s.MaxRows())
-                m_grid.AppendRow();
-            s.SetText(CTimingGrid::ColDialog, i + 1, lines.at(i));
-        }
-        s.setReDraw(true);
-    }
-
-    QString TextColumn() const override
-    {
-        const CSpread &s = m_grid.Spread();
-        QStringList lines;
-        for (int row = 1; row <= s.MaxRows(); ++row)
-            lines << s.GetText(CTimingGrid::ColDialog, row);
-        while (!lines.isEmpty() && lines.last().isEmpty())
-            lines.removeLast();
-        return lines.join(QStringLiteral("\r\n"));
-    }
-
-private:
-    CTimingGrid &m_grid;
-};
 
 namespace {
 
@@ -195,7 +103,7 @@ frmTiming::frmTiming(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("frmTiming"));
     m_grid = std::make_unique<CTimingGrid>();
-    m_link = std::make_unique<CTimingGridLink>(*m_grid);
+    m_picture = std::make_unique<CPictureBox>(640, 120);
     buildBars();
     buildLayout();
     wireGrid();
@@ -206,7 +114,7 @@ frmTiming::~frmTiming()
 {
     m_capture.reset();
     if (m_doc)
-        m_doc->setTimingTable(nullptr);
+        detachDocument();
     if (spdTiming)
         spdTiming->SetSpread(nullptr);
 }
@@ -484,9 +392,15 @@ void frmTiming::Init(CVelmar *root)
     m_doc = root->Timings()->Create(this);
     m_doc->TimingWindow = this;
     TimePrecision = 2;
+    m_grid->SetPreviewHooks(m_doc->Preview.get());
+    m_grid->SetDocument(m_doc);
     m_grid->ResetGrid(0);
-    m_doc->setTimingTable(m_link.get());
+    m_doc->Preview->AttachGrid(&m_grid->Spread());
+    m_doc->Preview->setPicture(m_picture.get());
     m_capture = std::make_unique<CTimePointCapture>(*m_doc, *m_grid);
+    m_capture->ClearCells = [this] { basLineOps::ClearCells(*m_grid); };
+    m_capture->ShiftTimes = [this](double seconds) { basTimeAdjust::ShiftTimes(*m_grid, seconds); };
+    buildPopup();
     if (CPlayers *players = root->Players())
         for (CPlayer *player : *players)
             if (player->Window())
@@ -498,6 +412,9 @@ void frmTiming::Init(CVelmar *root)
     m_grid->Spread().setRow(1);
     m_grid->Spread().setCol(CTimingGrid::ColStartTime);
     m_grid->Spread().ActivateCell();
+    // Making the first rows tells the preview, which counts as a change: a new window
+    // holds nothing to save.
+    m_doc->setChanged(false);
 }
 
 // ---- keys ------------------------------------------------------------------------------
@@ -760,7 +677,124 @@ void frmTiming::openChild(QPointer<QWidget> &slot, const std::function<QWidget *
 
 void frmTiming::paintPreview()
 {
-    // The preview picture is drawn by the document's preview once one is attached.
+    if (!m_doc)
+        return;
+    m_doc->Preview->Tick(m_doc->PlayerWindow());
+    picPreview->setPixmap(QPixmap::fromImage(m_picture->Image()));
+}
+
+void frmTiming::detachDocument()
+{
+    m_grid->SetPreviewHooks(nullptr);
+    m_grid->SetDocument(nullptr);
+    m_doc->setTimingTable(nullptr);
+    m_doc->Preview->setPicture(nullptr);
+    m_doc->Preview->setGrid(nullptr);
+}
+
+void frmTiming::buildPopup()
+{
+    mnuPopup = new QMenu(this);
+    mnuPopup->setObjectName(QStringLiteral("mnuPopup"));
+    auto item = [this](QMenu *menu, const char *name, const QString &text, std::function<void()> run = {}) {
+        QAction *a = menu->addAction(text);
+        a->setObjectName(QString::fromLatin1(name));
+        if (run)
+            connect(a, &QAction::triggered, this, run);
+        return a;
+    };
+    auto sub = [this](QMenu *menu, const char *name, const QString &text) {
+        QMenu *m = menu->addMenu(text);
+        m->setObjectName(QString::fromLatin1(name));
+        m->menuAction()->setObjectName(QString::fromLatin1(name));
+        return m;
+    };
+    CTimingGrid &g = *m_grid;
+    const auto msg = [](const char *key) { return Msg(QString::fromLatin1(key)); };
+    item(mnuPopup, "mnuTimingAjustTime", msg("MENU_TIMING_100"),
+         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustShift); });
+    QMenu *scale = sub(mnuPopup, "mnuTimingScaleTime", QStringLiteral("缩放时间轴"));
+    item(scale, "mnuTimingScaleTimeAsk", QStringLiteral("缩放时间轴..."),
+         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale); });
+    item(scale, "mnuTimingScaleTime23To25", QStringLiteral("23.976 → 25"),
+         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale23To25); });
+    item(scale, "mnuTimingScaleTime25To23", QStringLiteral("25 → 23.976"),
+         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale25To23); });
+    item(mnuPopup, "mnuTimingReactOffsetStart", msg("MENU_TIMING_101"));
+    item(mnuPopup, "mnuTimingReactOffsetEnd", msg("MENU_TIMING_102"));
+    mnuPopup->addSeparator();
+    item(mnuPopup, "mnuTimingInsertLine", msg("MENU_TIMING_200"),
+         [&g] { basLineOps::InsertRows(g, basLineOps::WholeRows); });
+    item(mnuPopup, "mnuTimingInsertTimeLine", msg("MENU_TIMING_201"),
+         [&g] { basLineOps::InsertRows(g, basLineOps::TimeCells); });
+    item(mnuPopup, "mnuTimingInsertDialogLine", msg("MENU_TIMING_202"),
+         [&g] { basLineOps::InsertRows(g, basLineOps::DialogCells); });
+    item(mnuPopup, "mnuTimingDeleteLine", msg("MENU_TIMING_300"),
+         [&g] { basLineOps::DeleteRows(g, basLineOps::WholeRows); });
+    item(mnuPopup, "mnuTimingDeleteTimeLine", msg("MENU_TIMING_301"),
+         [&g] { basLineOps::DeleteRows(g, basLineOps::TimeCells); });
+    item(mnuPopup, "mnuTimingDeleteDialogLine", msg("MENU_TIMING_302"),
+         [&g] { basLineOps::DeleteRows(g, basLineOps::DialogCells); });
+    item(mnuPopup, "mnuTimingClear", msg("MENU_TIMING_400"), [&g] { basLineOps::ClearCells(g); });
+    QMenu *increace = sub(mnuPopup, "mnuTimingIncreace", QStringLiteral("差分填充"));
+    item(increace, "mnuTimingOneTwoIncreace", msg("MENU_TIMING_500"),
+         [&g] { basTimeAdjust::FillIncrement(g, 1); });
+    item(increace, "mnuTimingFirstLastIncreace", QStringLiteral("第一最后行差分"),
+         [&g] { basTimeAdjust::FillIncrement(g, 2); });
+    mnuPopup->addSeparator();
+    item(mnuPopup, "mnuTimingSetChangedFlg", QStringLiteral("标记为已修改"),
+         [&g] { basLineOps::SetChangedFlag(g, true); });
+    item(mnuPopup, "mnuTimingSetUnChangedFlg", QStringLiteral("取消已修改标记"),
+         [&g] { basLineOps::SetChangedFlag(g, false); });
+    item(mnuPopup, "mnuTimingSetQuestionFlg", QStringLiteral("标记为有疑问"),
+         [&g] { basLineOps::SetQuestionFlag(g, true); });
+    item(mnuPopup, "mnuTimingSetUnQuestionFlg", QStringLiteral("取消疑问标记"),
+         [&g] { basLineOps::SetQuestionFlag(g, false); });
+    item(mnuPopup, "mnuTimingDisableCheckFlg", QStringLiteral("不检查时间轴"),
+         [&g] { basLineOps::SetCheckDisabledFlag(g, true); });
+    item(mnuPopup, "mnuTimingEnableCheckFlg", QStringLiteral("检查时间轴"),
+         [&g] { basLineOps::SetCheckDisabledFlag(g, false); });
+    mnuPopup->addSeparator();
+    QMenu *font = sub(mnuPopup, "mnuTimingFont", QStringLiteral("字体"));
+    QMenu *owner = sub(mnuPopup, "mnuTimingOwner", QStringLiteral("说话人"));
+    QMenu *scroll = sub(mnuPopup, "mnuTimingScroll", QStringLiteral("效果"));
+    QMenu *effect = sub(mnuPopup, "mnuTimingEffect", QStringLiteral("特效标签"));
+    for (const char *tag : { "mnuTimingEffectBold", "mnuTimingEffectItalic", "mnuTimingEffectColor" })
+        item(effect, tag, QString::fromLatin1(tag).mid(15));
+    // The lists of the style, speaker and effect submenus follow the list cells of the
+    // grid as they stand when the menu opens.
+    auto fillList = [this](QMenu *menu, const QStringList &names, int column) {
+        menu->clear();
+        for (const QString &name : names) {
+            QAction *a = menu->addAction(name);
+            connect(a, &QAction::triggered, this,
+                    [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
+        }
+    };
+    connect(mnuPopup, &QMenu::aboutToShow, this, [this, font, owner, scroll, fillList] {
+        CSpread &s = m_grid->Spread();
+        s.GetMultiSelection();
+        const basLineOps::PopupEnabling on = basLineOps::PopupMenuEnabling(s);
+        auto enable = [this](const char *name, bool state) {
+            for (QAction *a : mnuPopup->findChildren<QAction *>(QString::fromLatin1(name)))
+                a->setEnabled(state);
+        };
+        enable("mnuTimingAjustTime", on.AjustTime);
+        enable("mnuTimingScaleTime", on.AjustTime);
+        for (const char *n : { "mnuTimingInsertLine", "mnuTimingInsertTimeLine", "mnuTimingInsertDialogLine" })
+            enable(n, on.InsertLines);
+        for (const char *n : { "mnuTimingDeleteLine", "mnuTimingDeleteTimeLine", "mnuTimingDeleteDialogLine" })
+            enable(n, on.DeleteLines);
+        enable("mnuTimingIncreace", on.Increace);
+        enable("mnuTimingEffect", on.Effect);
+        const int row = qMax(1, s.ActiveRow());
+        const auto items = [&s, row](int col) {
+            return s.index(row - 1, col - 1).data(CSpread::ListItemsRole).toStringList();
+        };
+        fillList(font, items(CTimingGrid::ColStyle), CTimingGrid::ColStyle);
+        fillList(owner, items(CTimingGrid::ColOwner), CTimingGrid::ColOwner);
+        fillList(scroll, CTimingGrid::EffectItems(), CTimingGrid::ColEffect);
+    });
 }
 
 // ---- open, save, close -----------------------------------------------------------------
@@ -827,7 +861,8 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     if (!readFile(name))
         return false;
     if (m_doc->ScriptType() != 7)
-        m_link->Load(*m_doc->SSAContent, OpenMode);
+        m_grid->LoadGridFromContent(*m_doc->SSAContent);
+    m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);
     m_doc->setFileName(name);
     updateCaption();
@@ -876,7 +911,8 @@ void frmTiming::closeEvent(QCloseEvent *event)
     }
     if (m_doc && m_doc->Parent()) {
         m_capture.reset();
-        m_doc->setTimingTable(nullptr);
+        timPreview->stop();
+        detachDocument();
         const QString key = QString::number(m_doc->SerialNo());
         CTimings *list = m_doc->Parent();
         m_doc = nullptr;

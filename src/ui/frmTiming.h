@@ -126,10 +126,12 @@ private:
     bool readFile(const QString &fileName);
     bool askToSave();
     void paintPreview();
+    void buildPopup();
+    void detachDocument();
 
     CTiming *m_doc = nullptr;
     std::unique_ptr<CTimingGrid> m_grid;
-    std::unique_ptr<class CTimingGridLink> m_link;
+    std::unique_ptr<class CPictureBox> m_picture;
     std::unique_ptr<CTimePointCapture> m_capture;
     bool m_editorGuard = false;
     bool m_closing = false;
