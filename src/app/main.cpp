@@ -1,5 +1,6 @@
 // The entry procedure: the core of the run, then the frame, which carries the run.
 #include "core/basMain.h"
+#include "shell/CRecentFile.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
 
@@ -11,15 +12,28 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("Velmar"));
     CQtPrompt prompt;
     SetPrompt(&prompt);
+    // Version, hot keys, catalogue and the root with its collections.
     StartCore();
 
-    MdiVelmar frame;
-    MainWindow = &frame;
-    prompt.setParentWidget(&frame);
-    frame.Init(Velmar);
-    frame.show();
-    const int result = QApplication::exec();
-    SetPrompt(nullptr);
-    MainWindow = nullptr;
-    return result;
+    {
+        MdiVelmar frame;
+        MainWindow = &frame;
+        prompt.setParentWidget(&frame);
+        // The settings store is read here, in its order.
+        frame.Init(Velmar);
+
+        CRecentFile recent;
+        RecentFile = &recent;
+        frame.AttachRecentFile(&recent);
+        recent.Init();
+
+        frame.show();
+        const int result = QApplication::exec();
+        frame.AttachRecentFile(nullptr);
+        RecentFile = nullptr;
+        prompt.setParentWidget(nullptr);
+        MainWindow = nullptr;
+        SetPrompt(nullptr);
+        return result;
+    }
 }

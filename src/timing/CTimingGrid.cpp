@@ -510,6 +510,21 @@ void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
     const CSpreadDrawingStop stop(grid);
     ResetGrid();
 
+    // A file of another format becomes event lines first; its own list holds what was read.
+    if (CTiming *owner = content.Parent(); owner && &content == owner->SSAContent.get()) {
+        switch (owner->ScriptType()) {
+        case 3:
+        case 4:
+        case 5:
+        case 8:
+        case 9:
+            owner->Formats.FillEvents();
+            break;
+        default:
+            break;
+        }
+    }
+
     if (!fonts && content.Parent() && content.Parent()->Fonts)
         fonts = content.Parent()->Fonts.get();
     if (!fonts)

@@ -1,34 +1,176 @@
 #include "ui/MdiVelmar.h"
 
 #include "core/CMessages.h"
-#include "core/basConvert.h"
+#include "core/CVelmar.h"
+#include "core/IForm.h"
+#include "core/IPrompt.h"
+#include "core/VelmarError.h"
 #include "core/basMain.h"
-#include "core/basSetting.h"
+#include "core/basMessage.h"
+#include "player/CPlayers.h"
+#include "player/IPlayerWindow.h"
+#include "player/basPlayer.h"
+#include "script/CTimings.h"
+#include "shell/CHotKeys.h"
+#include "shell/CSettingDialogModel.h"
+#include "shell/IAutoSaveDocument.h"
+#include "shell/basFrame.h"
+#include "timing/CSliderTimeModel.h"
+#include "ui/frmPlayer.h"
+#include "ui/frmSetting.h"
+#include "ui/frmSliderTime.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
+#include <QSlider>
 #include <QStatusBar>
+#include <QStyle>
+#include <QTimer>
+#include <QToolBar>
+#include <QUrl>
 
-MdiVelmar::MdiVelmar(QWidget *parent) : QMainWindow(parent)
+MdiVelmar::MdiVelmar(QWidget *parent)
+    : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("MdiVelmar"));
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setObjectName(QStringLiteral("mdiArea"));
     setCentralWidget(m_mdiArea);
-    statusBar()->setObjectName(QStringLiteral("stbMessage"));
     setWindowTitle(QStringLiteral("Velmar"));
+    setAcceptDrops(true);
     createMenus();
+    createToolBars();
+    createStatusBar();
+
+    timAutoSave = new QTimer(this);
+    timAutoSave->setObjectName(QStringLiteral("timAutoSave"));
+    timAutoSave->setInterval(1000);
+    connect(timAutoSave, &QTimer::timeout, this, &MdiVelmar::AutoSaveTick);
+    m_autoSave.StatusMessage = [this](const QString &text) { setPanelText(QStringLiteral("Message"), text); };
+
+    m_router.Unload = [this](IForm *form) {
+        for (QMdiSubWindow *sub : m_mdiArea->subWindowList())
+            if (dynamic_cast<IForm *>(sub->widget()) == form) {
+                sub->widget()->setAttribute(Qt::WA_DeleteOnClose);
+                sub->close();
+                delete sub;
+                return;
+            }
+    };
+    m_router.ActiveForm = [this] { return dynamic_cast<IForm *>(ActiveDocument()); };
+
+    RegisterWindowFactory(DocumentWindowKind::Player, [](MdiVelmar &frame) -> QWidget * {
+        auto *window = new frmPlayer;
+        frame.AddDocumentWindow(window);
+        window->Init(frame.Root() ? frame.Root()->Players() : nullptr);
+        return window;
+    });
+    RunTimeDialog = [this](CSliderTimeModel &model) {
+        frmSliderTime dialog(model, this);
+        if (OnTop)
+            SetWindowOnTop(&dialog, true);
+        dialog.exec();
+        return true;
+    };
+    RunSettingDialog = [this](CSettingDialogModel &model, AutoSaveSettings &autoSave) {
+        frmSetting dialog(model, &autoSave, this);
+        if (OnTop)
+            SetWindowOnTop(&dialog, true);
+        dialog.exec();
+    };
+}
+
+MdiVelmar::~MdiVelmar()
+{
+    if (m_recent && m_recent->MenuChanged)
+        m_recent->MenuChanged = nullptr;
+    if (m_root && m_root->Timings()) {
+        m_root->Timings()->ActiveWindow = nullptr;
+        m_root->Timings()->SaveWindow = nullptr;
+    }
+    if (m_root && m_root->Players())
+        m_root->Players()->StepsChanged = nullptr;
+    if (HotKeys)
+        HotKeys->Changed = nullptr;
+    // Document windows go first, while the frame they report to still stands.
+    for (QMdiSubWindow *sub : m_mdiArea->subWindowList())
+        delete sub;
 }
 
 void MdiVelmar::Init(CVelmar *root)
 {
     m_root = root;
+    readSettings();
     applyCatalogue();
-    restoreGeometryFromStore();
+    UpdateStatusBar();
+    if (m_root && m_root->Timings()) {
+        m_root->Timings()->ActiveWindow = [this]() -> QObject * { return ActiveDocument(); };
+        // A document saves through the window that shows it.
+        m_root->Timings()->SaveWindow = [](CTiming *document) {
+            if (auto *form = dynamic_cast<IForm *>(document ? document->TimingWindow : nullptr))
+                form->SaveFile(false, 0);
+        };
+    }
+    if (m_root && m_root->Players())
+        m_root->Players()->StepsChanged = [this] {
+            UpdateStatusBar();
+            emit KeyTextsChanged();
+        };
+    if (HotKeys)
+        HotKeys->Changed = [this] {
+            UpdateStatusBar();
+            emit KeyTextsChanged();
+        };
+    if (AutoGetClipBoard)
+        ClipboardViewerSwitch(true);
+    if (OnTop)
+        SetWindowOnTop(this, true);
+}
+
+void MdiVelmar::readSettings()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const QRect area = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+    StartupSettings settings;
+    settings.AutoSave = m_autoSaveSettings;
+    CHotKeys scratch;
+    // The hot keys' own change handler would rebuild the panels ten times: it is set
+    // after the read.
+    ReadStartupSettings(settings, HotKeys ? *HotKeys : scratch, float(area.width()), float(area.height()));
+    const StartupGeometry &g = settings.Geometry;
+    setGeometry(int(g.Left), int(g.Top), qMax(320, int(g.Width)), qMax(240, int(g.Height)));
+
+    m_autoSaveSettings = settings.AutoSave;
+    m_autoSave.AutoSaveTime = m_autoSaveSettings.AutoSaveTime;
+    m_autoSave.AutoDelTime = m_autoSaveSettings.AutoDelTime;
+    if (m_autoSaveSettings.Enabled)
+        timAutoSave->start();
+    else
+        timAutoSave->stop();
+
+    if (m_root && m_root->Players()) {
+        CPlayers *players = m_root->Players();
+        if (players->BackStep() != settings.Offsets.BackStep)
+            players->setBackStep(settings.Offsets.BackStep);
+        if (players->ForwordStep() != settings.Offsets.ForwordStep)
+            players->setForwordStep(settings.Offsets.ForwordStep);
+    }
+    if (m_root && m_root->Timings()) {
+        CTimings *timings = m_root->Timings();
+        timings->setReactOffset(settings.Offsets.ReactOffset);
+        timings->setReactOffsetStart(settings.Offsets.ReactOffsetStart);
+        timings->setReactOffsetEnd(settings.Offsets.ReactOffsetEnd);
+    }
 }
 
 void MdiVelmar::createMenus()
@@ -46,16 +188,26 @@ void MdiVelmar::createMenus()
     mnuFileOpenAVI = action(mnuFile, "mnuFileOpenAVI");
     mnuFileOpenTranslate = action(mnuFile, "mnuFileOpenTranslate");
     mnuFileOpenTiming = action(mnuFile, "mnuFileOpenTiming");
+    m_recentSeparator = mnuFile->addSeparator();
+    m_recentSeparator->setVisible(false);
+    QAction *first = mnuFile->addAction(QString());
+    first->setObjectName(QStringLiteral("mnuFileRecent"));
+    first->setVisible(false);
+    mnuFileRecent << first;
     mnuFile->addSeparator();
-    mnuFileRecent = mnuFile->addMenu(QString());
-    mnuFileRecent->setObjectName(QStringLiteral("mnuFileRecent"));
-    mnuFileRecent->menuAction()->setVisible(false);
     mnuFileExit = action(mnuFile, "mnuFileExit");
+    connect(mnuFileNewTiming, &QAction::triggered, this, [this] { NewDocument(0); });
+    connect(mnuFileNewTranslate, &QAction::triggered, this, [this] { NewDocument(1); });
+    connect(mnuFileOpenTiming, &QAction::triggered, this, [this] { OpenDocument(0); });
+    connect(mnuFileOpenTranslate, &QAction::triggered, this, [this] { OpenDocument(1); });
+    connect(mnuFileOpenAVI, &QAction::triggered, this, [this] { OpenDocument(3); });
+    connect(first, &QAction::triggered, this, [this, first] { OpenRecentFile(first->text()); });
     connect(mnuFileExit, &QAction::triggered, this, &QWidget::close);
 
     mnuOption = menuBar()->addMenu(QStringLiteral("mnuOption"));
     mnuOption->setObjectName(QStringLiteral("mnuOption"));
     mnuOptionSetting = action(mnuOption, "mnuOptionSetting");
+    connect(mnuOptionSetting, &QAction::triggered, this, &MdiVelmar::ShowSettingDialog);
 
     mnuWindow = menuBar()->addMenu(QStringLiteral("mnuWindow"));
     mnuWindow->setObjectName(QStringLiteral("mnuWindow"));
@@ -71,6 +223,139 @@ void MdiVelmar::createMenus()
     mnuHelp = menuBar()->addMenu(QStringLiteral("mnuHelp"));
     mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
     mnuHelpVersion = action(mnuHelp, "mnuHelpVersion");
+    connect(mnuHelpVersion, &QAction::triggered, this, &MdiVelmar::showAbout);
+}
+
+void MdiVelmar::createToolBars()
+{
+    auto button = [](QToolBar *bar, const char *key, QStyle::StandardPixmap icon) {
+        QAction *a = bar->addAction(bar->style()->standardIcon(icon), QString::fromLatin1(key));
+        a->setObjectName(QString::fromLatin1(key));
+        return a;
+    };
+    tlbFile = addToolBar(QStringLiteral("tlbFile"));
+    tlbFile->setObjectName(QStringLiteral("tlbFile"));
+    connect(button(tlbFile, "NewTranslate", QStyle::SP_FileIcon), &QAction::triggered, this,
+        [this] { NewDocument(1); });
+    connect(button(tlbFile, "NewTiming", QStyle::SP_FileDialogNewFolder), &QAction::triggered, this,
+        [this] { NewDocument(0); });
+    connect(button(tlbFile, "OpenTranslate", QStyle::SP_DialogOpenButton), &QAction::triggered, this,
+        [this] { OpenDocument(1); });
+    connect(button(tlbFile, "OpenTiming", QStyle::SP_DirOpenIcon), &QAction::triggered, this,
+        [this] { OpenDocument(0); });
+
+    tlbAVI = addToolBar(QStringLiteral("tlbAVI"));
+    tlbAVI->setObjectName(QStringLiteral("tlbAVI"));
+    connect(button(tlbAVI, "OpenAVI", QStyle::SP_DriveDVDIcon), &QAction::triggered, this,
+        [this] { OpenDocument(3); });
+    connect(button(tlbAVI, "Back", QStyle::SP_MediaSeekBackward), &QAction::triggered, this,
+        &MdiVelmar::PlayBack);
+    connect(button(tlbAVI, "Play", QStyle::SP_MediaPlay), &QAction::triggered, this, &MdiVelmar::PlayPause);
+    connect(button(tlbAVI, "Forword", QStyle::SP_MediaSeekForward), &QAction::triggered, this,
+        &MdiVelmar::PlayForword);
+    connect(
+        button(tlbAVI, "Reset", QStyle::SP_BrowserReload), &QAction::triggered, this, &MdiVelmar::PlayReset);
+    // The frame's speed band sets the speed of every player.
+    sldAviSpeed = new QSlider(Qt::Horizontal, tlbAVI);
+    sldAviSpeed->setObjectName(QStringLiteral("sldAviSpeed"));
+    sldAviSpeed->setRange(0, 20);
+    sldAviSpeed->setValue(10);
+    sldAviSpeed->setMaximumWidth(120);
+    tlbAVI->addWidget(sldAviSpeed);
+    connect(sldAviSpeed, &QSlider::valueChanged, this, [this](int value) {
+        sldAviSpeed->setToolTip(SliderSpeedTip(value, 0));
+        if (m_root && m_root->Players())
+            m_root->Players()->setSpeed(SliderSpeed(value, 0));
+    });
+}
+
+void MdiVelmar::createStatusBar()
+{
+    statusBar()->setObjectName(QStringLiteral("stbMessage"));
+    for (const QString &key : StatusPanelKeys()) {
+        auto *panel = new QLabel(this);
+        panel->setObjectName(key);
+        panel->setFrameShape(QFrame::StyledPanel);
+        statusBar()->addWidget(panel, key == u"Message" ? 1 : 0);
+        m_panels.insert(key, panel);
+        if (key == u"Back" || key == u"Forword")
+            panel->installEventFilter(this);
+    }
+}
+
+QString MdiVelmar::PanelText(const QString &key) const
+{
+    const QLabel *panel = m_panels.value(key);
+    return panel ? panel->text() : QString();
+}
+
+void MdiVelmar::setPanelText(const QString &key, const QString &text)
+{
+    if (QLabel *panel = m_panels.value(key))
+        panel->setText(text);
+}
+
+void MdiVelmar::UpdateStatusBar()
+{
+    CHotKeys none;
+    const CHotKeys &keys = HotKeys ? *HotKeys : none;
+    const double back = m_root && m_root->Players() ? m_root->Players()->BackStep() : 3;
+    const double forword = m_root && m_root->Players() ? m_root->Players()->ForwordStep() : 3;
+    for (const QString &key : StatusPanelKeys()) {
+        // The position and message panels keep what they were last told.
+        if ((key == u"Position" || key == u"Message") && !PanelText(key).isEmpty())
+            continue;
+        setPanelText(key, StatusPanelText(key, keys, back, forword));
+    }
+    // The player buttons of the frame say what their panels say.
+    for (QAction *a : tlbAVI->actions()) {
+        const QString key = a->objectName();
+        if (key == u"Play" || key == u"Back" || key == u"Forword")
+            a->setToolTip(StatusPanelText(key, keys, back, forword));
+        else if (key == u"Reset")
+            a->setToolTip(ResetTip(keys));
+    }
+}
+
+bool MdiVelmar::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease) {
+        if (watched == m_panels.value(QStringLiteral("Back"))) {
+            ShowStepDialog(true);
+            return true;
+        }
+        if (watched == m_panels.value(QStringLiteral("Forword"))) {
+            ShowStepDialog(false);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MdiVelmar::ShowStepDialog(bool back)
+{
+    if (!m_root || !m_root->Players() || !RunTimeDialog)
+        return;
+    CPlayers *players = m_root->Players();
+    CSliderTimeModel model;
+    model.setEnableSign(false);
+    model.setEnableHour(false);
+    model.setEnableMinite(false);
+    model.setEnableMiniSecond(false);
+    model.setTitle(StepDialogTitle(back));
+    model.setDescription(StepDialogDescription(back));
+    try {
+        model.setValue(back ? players->BackStep() : players->ForwordStep());
+        if (!RunTimeDialog(model) || model.Cancelled)
+            return;
+        const double value = model.Value();
+        if (back)
+            players->setBackStep(value);
+        else
+            players->setForwordStep(value);
+    } catch (const VelmarError &error) {
+        MsgBox(error.Description());
+    }
 }
 
 void MdiVelmar::applyCatalogue()
@@ -91,28 +376,237 @@ void MdiVelmar::applyCatalogue()
     caption(QStringLiteral("MENU_OPTION_000"), [this](const QString &t) { mnuOption->setTitle(t); });
     caption(QStringLiteral("MENU_OPTION_100"), [this](const QString &t) { mnuOptionSetting->setText(t); });
     caption(QStringLiteral("MENU_WINDOW_000"), [this](const QString &t) { mnuWindow->setTitle(t); });
-    caption(QStringLiteral("MENU_WINDOW_100"), [this](const QString &t) { mnuWindowTileHorizontally->setText(t); });
-    caption(QStringLiteral("MENU_WINDOW_101"), [this](const QString &t) { mnuWindowTileVertically->setText(t); });
+    caption(QStringLiteral("MENU_WINDOW_100"),
+        [this](const QString &t) { mnuWindowTileHorizontally->setText(t); });
+    caption(
+        QStringLiteral("MENU_WINDOW_101"), [this](const QString &t) { mnuWindowTileVertically->setText(t); });
     caption(QStringLiteral("MENU_WINDOW_102"), [this](const QString &t) { mnuWindowCascade->setText(t); });
     caption(QStringLiteral("MENU_WINDOW_103"), [this](const QString &t) { mnuWindowArrange->setText(t); });
     caption(QStringLiteral("MENU_HELP_000"), [this](const QString &t) { mnuHelp->setTitle(t); });
     caption(QStringLiteral("MENU_HELP_100"), [this](const QString &t) { mnuHelpVersion->setText(t); });
     mnuFileExit->setText(QStringLiteral("退出"));
+    // Tool tips of the frame's buttons are the menu captions they stand for.
+    auto tip = [](QToolBar *bar, const char *key, const QAction *from) {
+        for (QAction *a : bar->actions())
+            if (a->objectName() == QLatin1String(key))
+                a->setToolTip(from->text());
+    };
+    tip(tlbFile, "NewTranslate", mnuFileNewTranslate);
+    tip(tlbFile, "NewTiming", mnuFileNewTiming);
+    tip(tlbFile, "OpenTranslate", mnuFileOpenTranslate);
+    tip(tlbFile, "OpenTiming", mnuFileOpenTiming);
+    tip(tlbAVI, "OpenAVI", mnuFileOpenAVI);
+    sldAviSpeed->setToolTip(SliderSpeedTip(sldAviSpeed->value(), 0));
 }
 
-void MdiVelmar::restoreGeometryFromStore()
+void MdiVelmar::showAbout()
 {
-    const QRect screen = QGuiApplication::primaryScreen() ? QGuiApplication::primaryScreen()->availableGeometry()
-                                                          : QRect(0, 0, 1024, 768);
-    auto number = [](const QString &key, double fallback) {
-        const QString text = GetSetting(QStringLiteral("Startup"), key, QString::number(fallback));
-        return basConvert::IsNumeric(text) ? basConvert::CDbl(text) : fallback;
-    };
-    const int left = int(number(QStringLiteral("Left"), 0));
-    const int top = int(number(QStringLiteral("Top"), 0));
-    const int width = int(number(QStringLiteral("Width"), screen.width()));
-    const int height = int(number(QStringLiteral("Height"), screen.height()));
-    setGeometry(left, top, qMax(320, width), qMax(240, height));
+    MsgBox(QStringLiteral("Velmar ") + VersionNo, MsgBoxStyle::Information, mnuHelpVersion->text());
+}
+
+void MdiVelmar::RegisterWindowFactory(DocumentWindowKind kind, WindowFactory factory)
+{
+    m_factories[kind] = std::move(factory);
+    m_router.RegisterFactory(kind, [this, kind] { return addFromFactory(kind); });
+}
+
+IForm *MdiVelmar::addFromFactory(DocumentWindowKind kind)
+{
+    const auto it = m_factories.find(kind);
+    if (it == m_factories.end() || !it->second)
+        return nullptr;
+    QWidget *window = it->second(*this);
+    if (!window)
+        return nullptr;
+    // A factory that needs its window in the area before its own set-up puts it there
+    // itself; any other window is put there now.
+    if (!qobject_cast<QMdiSubWindow *>(window->parentWidget()))
+        AddDocumentWindow(window);
+    return dynamic_cast<IForm *>(window);
+}
+
+QMdiSubWindow *MdiVelmar::AddDocumentWindow(QWidget *window)
+{
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    QMdiSubWindow *sub = m_mdiArea->addSubWindow(window);
+    sub->show();
+    return sub;
+}
+
+QWidget *MdiVelmar::ActiveDocument() const
+{
+    // The current child stays known while another program has the focus, which is when
+    // copied times arrive.
+    QMdiSubWindow *sub = m_mdiArea->currentSubWindow();
+    if (!sub) {
+        // Without any activation (no window system) the top child is the active one.
+        const QList<QMdiSubWindow *> stack = m_mdiArea->subWindowList(QMdiArea::StackingOrder);
+        if (!isActiveWindow() && !stack.isEmpty())
+            sub = stack.last();
+    }
+    return sub ? sub->widget() : nullptr;
+}
+
+QList<QWidget *> MdiVelmar::DocumentWindows() const
+{
+    QList<QWidget *> windows;
+    for (QMdiSubWindow *sub : m_mdiArea->subWindowList(QMdiArea::CreationOrder))
+        if (sub->widget())
+            windows << sub->widget();
+    return windows;
+}
+
+void MdiVelmar::DropFiles(const QStringList &fileNames)
+{
+    for (const QString &name : fileNames)
+        OpenFileByType(name);
+}
+
+void MdiVelmar::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void MdiVelmar::dropEvent(QDropEvent *event)
+{
+    QStringList names;
+    for (const QUrl &url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            names << url.toLocalFile();
+    event->acceptProposedAction();
+    DropFiles(names);
+}
+
+CPlayer *MdiVelmar::activePlayer() const
+{
+    if (auto *window = dynamic_cast<IPlayerWindow *>(ActiveDocument()))
+        return window->player();
+    return nullptr;
+}
+
+void MdiVelmar::PlayPause()
+{
+    if (m_root && m_root->Players())
+        ::PlayPause(*m_root->Players(), activePlayer());
+}
+
+void MdiVelmar::PlayBack()
+{
+    if (m_root && m_root->Players())
+        ::PlayBack(*m_root->Players(), activePlayer());
+}
+
+void MdiVelmar::PlayForword()
+{
+    if (m_root && m_root->Players())
+        ::PlayForword(*m_root->Players(), activePlayer());
+}
+
+void MdiVelmar::PlayReset()
+{
+    if (m_root && m_root->Players())
+        ::PlayReset(*m_root->Players(), activePlayer());
+}
+
+void MdiVelmar::ShowSettingDialog()
+{
+    if (!HotKeys || !RunSettingDialog)
+        return;
+    CSettingDialogModel model;
+    model.Init(*HotKeys, m_autoSaveSettings);
+    model.ClipboardViewerSwitch = [this](bool on) { ClipboardViewerSwitch(on); };
+    model.SetWindowOnTop = [this](bool on) { SetWindowOnTop(this, on); };
+    model.BeginShow();
+    RunSettingDialog(model, m_autoSaveSettings);
+    m_autoSave.AutoSaveTime = m_autoSaveSettings.AutoSaveTime;
+    m_autoSave.AutoDelTime = m_autoSaveSettings.AutoDelTime;
+    if (m_autoSaveSettings.Enabled && !timAutoSave->isActive())
+        timAutoSave->start();
+    else if (!m_autoSaveSettings.Enabled)
+        timAutoSave->stop();
+    model.EndShow();
+}
+
+void MdiVelmar::ClipboardViewerSwitch(bool on)
+{
+    // The frame listens to the clipboard only while the watch is on.
+    if (on && !m_watchClipboard)
+        m_clipboardLink = connect(
+            QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &MdiVelmar::onClipboardChanged);
+    else if (!on && m_watchClipboard)
+        disconnect(m_clipboardLink);
+    m_watchClipboard = on;
+}
+
+void MdiVelmar::onClipboardChanged()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    if (data && data->hasText())
+        SendClipboardTime(data->text());
+}
+
+void MdiVelmar::SetWindowOnTop(QWidget *window, bool flag)
+{
+    if (!window || window->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == flag)
+        return;
+    const bool shown = window->isVisible();
+    const QRect where = window->geometry();
+    window->setWindowFlag(Qt::WindowStaysOnTopHint, flag);
+    if (shown) {
+        window->setGeometry(where);
+        window->show();
+    }
+}
+
+void MdiVelmar::AutoSaveTick()
+{
+    std::vector<IAutoSaveDocument *> documents;
+    for (QWidget *window : DocumentWindows())
+        if (auto *document = dynamic_cast<IAutoSaveDocument *>(window))
+            documents.push_back(document);
+    m_autoSave.AutoSaveTime = m_autoSaveSettings.AutoSaveTime;
+    m_autoSave.AutoDelTime = m_autoSaveSettings.AutoDelTime;
+    m_autoSave.Tick(documents);
+}
+
+void MdiVelmar::AttachRecentFile(CRecentFile *list)
+{
+    if (m_recent)
+        m_recent->MenuChanged = nullptr;
+    m_recent = list;
+    if (m_recent) {
+        m_recent->MenuChanged
+            = [this](const std::vector<RecentFileMenuEntry> &entries) { ShowRecentMenu(entries); };
+        ShowRecentMenu(m_recent->Menu());
+    }
+}
+
+void MdiVelmar::ShowRecentMenu(const std::vector<RecentFileMenuEntry> &entries)
+{
+    QAction *before = mnuFileRecent.last();
+    const QList<QAction *> all = mnuFile->actions();
+    const qsizetype at = all.indexOf(before);
+    QAction *next = at >= 0 && at + 1 < all.size() ? all[at + 1] : nullptr;
+    bool any = false;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (qsizetype(i) >= mnuFileRecent.size()) {
+            auto *entry = new QAction(mnuFile);
+            entry->setObjectName(QStringLiteral("mnuFileRecent"));
+            mnuFile->insertAction(next, entry);
+            connect(entry, &QAction::triggered, this, [this, entry] { OpenRecentFile(entry->text()); });
+            mnuFileRecent << entry;
+        }
+        QAction *entry = mnuFileRecent[qsizetype(i)];
+        entry->setText(entries[i].Caption);
+        entry->setVisible(entries[i].Visible);
+        any = any || entries[i].Visible;
+    }
+    for (qsizetype i = qsizetype(entries.size()); i < mnuFileRecent.size(); ++i)
+        mnuFileRecent[i]->setVisible(false);
+    m_recentSeparator->setVisible(any);
+    m_recentEntries = entries;
+    emit RecentFilesChanged();
 }
 
 void MdiVelmar::saveGeometryToStore()
@@ -120,20 +614,25 @@ void MdiVelmar::saveGeometryToStore()
     if (isMinimized())
         return;
     const QRect g = geometry();
-    SaveSetting(QStringLiteral("Startup"), QStringLiteral("Left"), QString::number(g.x()));
-    SaveSetting(QStringLiteral("Startup"), QStringLiteral("Width"), QString::number(g.width()));
-    SaveSetting(QStringLiteral("Startup"), QStringLiteral("Top"), QString::number(g.y()));
-    SaveSetting(QStringLiteral("Startup"), QStringLiteral("Height"), QString::number(g.height()));
+    StartupGeometry geometry;
+    geometry.Left = float(g.x());
+    geometry.Top = float(g.y());
+    geometry.Width = float(g.width());
+    geometry.Height = float(g.height());
+    SaveStartupGeometry(geometry);
 }
 
 void MdiVelmar::closeEvent(QCloseEvent *event)
 {
-    // Each child asks to save first; any refusal stops the whole close.
-    m_mdiArea->closeAllSubWindows();
-    if (!m_mdiArea->subWindowList().isEmpty()) {
-        event->ignore();
-        return;
+    // Each child asks to save first, in the order they were made; a refusal stops the
+    // whole close and leaves the windows after it alone.
+    for (QMdiSubWindow *sub : m_mdiArea->subWindowList(QMdiArea::CreationOrder)) {
+        if (!sub->close()) {
+            event->ignore();
+            return;
+        }
     }
     saveGeometryToStore();
+    ClipboardViewerSwitch(false);
     event->accept();
 }

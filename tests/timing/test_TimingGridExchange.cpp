@@ -347,3 +347,23 @@ TEST_F(GridExchangeTest, TextColumnIsPouredUnderExistingTimes)
     doc->Read(u"x\r\ny");
     EXPECT_EQ(Dialogs().mid(0, 3), QStringList({ "x", "y", "" }));
 }
+
+TEST_F(GridExchangeTest, OtherFormatsBecomeEventRowsOnLoadAndGoBackOnSave)
+{
+    doc->setScriptType(4);
+    doc->setContent(QStringLiteral("1\r\n00:00:01,500 --> 00:00:03,250\r\n第一行\r\n第二行\r\n\r\n"
+                                   "2\r\n00:01:00,000 --> 00:01:02,000\r\nSecond\r\n\r\n"));
+    t.LoadGridFromContent(*doc->SSAContent);
+    EXPECT_EQ(doc->ScriptType(), 4); // the type is switched back after the conversion
+    EXPECT_EQ(Cell(3, 1), "0:00:01.50");
+    EXPECT_EQ(Cell(4, 1), "0:00:03.25");
+    EXPECT_EQ(Cell(5, 1), "Default");
+    EXPECT_EQ(Cell(6, 1), QStringLiteral("说话人"));
+    EXPECT_EQ(Cell(15, 1), QStringLiteral("第一行\\N第二行"));
+    EXPECT_EQ(Cell(3, 2), "0:01:00.00");
+    EXPECT_EQ(Cell(15, 2), "Second");
+
+    g().SetText(15, 2, "Changed");
+    EXPECT_EQ(doc->Content(), QStringLiteral("1\r\n00:00:01,500 --> 00:00:03,250\r\n第一行\r\n第二行\r\n\r\n"
+                                             "2\r\n00:01:00,000 --> 00:01:02,000\r\nChanged\r\n\r\n"));
+}

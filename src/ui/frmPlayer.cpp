@@ -1,0 +1,361 @@
+#include "ui/frmPlayer.h"
+
+#include "core/IPrompt.h"
+#include "core/basConvert.h"
+#include "core/basMain.h"
+#include "core/basMessage.h"
+#include "player/CMediaControlEvents.h"
+#include "player/CPlayer.h"
+#include "player/CPlayers.h"
+#include "player/IMediaControl.h"
+#include "player/basPlayer.h"
+#include "shell/CHotKeys.h"
+#include "shell/CRecentFile.h"
+#include "shell/basFrame.h"
+#include "shell/basRouting.h"
+#include "ui/MdiVelmar.h"
+#include "ui/QtMediaControl.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMouseEvent>
+#include <QSlider>
+#include <QStyle>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
+    : QWidget(parent)
+    , m_control(control)
+{
+    setObjectName(QStringLiteral("frmPlayer"));
+    setFocusPolicy(Qt::StrongFocus);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+
+    cbaPlayer = new QWidget(this);
+    cbaPlayer->setObjectName(QStringLiteral("cbaPlayer"));
+    auto *band = new QHBoxLayout(cbaPlayer);
+    band->setContentsMargins(2, 0, 2, 0);
+    auto button
+        = [this](QToolBar *bar, const char *key, QStyle::StandardPixmap icon, bool checkable = false) {
+              QAction *a = bar->addAction(style()->standardIcon(icon), QString::fromLatin1(key));
+              a->setObjectName(QString::fromLatin1(key));
+              a->setCheckable(checkable);
+              return a;
+          };
+    tlbFile = new QToolBar(cbaPlayer);
+    tlbFile->setObjectName(QStringLiteral("tlbFile"));
+    tlbFile->setIconSize(QSize(16, 16));
+    connect(button(tlbFile, "Open", QStyle::SP_DialogOpenButton), &QAction::triggered, this,
+        [this] { OpenFile(0, QString()); });
+    tlbPlayer = new QToolBar(cbaPlayer);
+    tlbPlayer->setObjectName(QStringLiteral("tlbPlayer"));
+    tlbPlayer->setIconSize(QSize(16, 16));
+    connect(button(tlbPlayer, "SmallBack", QStyle::SP_MediaSeekBackward), &QAction::triggered, this, [this] {
+        if (m_player)
+            m_player->SamllBack();
+    });
+    connect(
+        button(tlbPlayer, "SmallForword", QStyle::SP_MediaSeekForward), &QAction::triggered, this, [this] {
+            if (m_player)
+                m_player->SamllForword();
+        });
+    connect(button(tlbPlayer, "Reset", QStyle::SP_BrowserReload), &QAction::triggered, this, [this] {
+        if (m_player)
+            m_player->Reset();
+    });
+    connect(button(tlbPlayer, "SaveSpace", QStyle::SP_TitleBarShadeButton, true), &QAction::toggled, this,
+        &frmPlayer::onSaveSpace);
+    button(tlbPlayer, "MousePause", QStyle::SP_MediaPause, true)->setChecked(true);
+    band->addWidget(tlbFile);
+    band->addWidget(tlbPlayer);
+    auto *speedCaption = new QLabel(Msg(QStringLiteral("PLAYER_BAND_CAPTION_100")), cbaPlayer);
+    speedCaption->setObjectName(QStringLiteral("lblAviSpeed"));
+    band->addWidget(speedCaption);
+    sldAviSpeed = new QSlider(Qt::Horizontal, cbaPlayer);
+    sldAviSpeed->setObjectName(QStringLiteral("sldAviSpeed"));
+    sldAviSpeed->setRange(0, 20);
+    sldAviSpeed->setSingleStep(1);
+    sldAviSpeed->setPageStep(1);
+    sldAviSpeed->setValue(10);
+    sldAviSpeed->setMinimumWidth(80);
+    band->addWidget(sldAviSpeed, 1);
+    cmbAviSpeed = new QComboBox(cbaPlayer);
+    cmbAviSpeed->setObjectName(QStringLiteral("cmbAviSpeed"));
+    cmbAviSpeed->addItems(SpeedListEntries());
+    cmbAviSpeed->setCurrentIndex(0);
+    band->addWidget(cmbAviSpeed);
+    layout->addWidget(cbaPlayer);
+    connect(sldAviSpeed, &QSlider::valueChanged, this, &frmPlayer::onSpeedBand);
+    connect(cmbAviSpeed, &QComboBox::activated, this, &frmPlayer::onSpeedBand);
+
+    picPlayer = new QWidget(this);
+    picPlayer->setObjectName(QStringLiteral("picPlayer"));
+    auto *pictureLayout = new QVBoxLayout(picPlayer);
+    pictureLayout->setContentsMargins(0, 0, 0, 0);
+    if (!m_control) {
+        auto *media = new QtMediaControl(picPlayer);
+        m_control = media;
+        m_controlWidget = media;
+        // The picture area is the control's first child; its mouse goes to the effects.
+        const QList<QWidget *> children = media->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+        if (!children.isEmpty()) {
+            m_pictureArea = children.first();
+            m_pictureArea->installEventFilter(this);
+        }
+    } else {
+        m_controlWidget = new QWidget(picPlayer);
+        m_controlWidget->setStyleSheet(QStringLiteral("background: black"));
+    }
+    m_controlWidget->setObjectName(QStringLiteral("medPlayer"));
+    pictureLayout->addWidget(m_controlWidget);
+    layout->addWidget(picPlayer, 1);
+
+    connect(m_control->Events(), &CMediaControlEvents::Click, this, &frmPlayer::onClick);
+    connect(m_control->Events(), &CMediaControlEvents::OpenStateChange, this, &frmPlayer::onOpenState);
+    // The load of the window: bar shown, no start on open, a frame shown while stopped.
+    ShowToolBar(true);
+    m_control->setAutoStart(false);
+    m_control->setMode(QStringLiteral("showFrame"), true);
+    setWindowTitle(Msg(QStringLiteral("PLAYER_TITLE_000")));
+    UpdateTips();
+}
+
+frmPlayer::~frmPlayer()
+{
+    unload();
+}
+
+MdiVelmar *frmPlayer::frame() const
+{
+    if (auto *mdi = qobject_cast<MdiVelmar *>(window()))
+        return mdi;
+    return qobject_cast<MdiVelmar *>(MainWindow);
+}
+
+void frmPlayer::Init(CPlayers *players)
+{
+    m_players = players;
+    if (!m_players)
+        return;
+    m_player = m_players->Create(this, m_control);
+    m_player->setSpeed(SliderSpeed(sldAviSpeed->value(), cmbAviSpeed->currentIndex()));
+    // Each new player a little lower and to the right of the one before.
+    const int n = int(m_players->Count());
+    if (auto *sub = qobject_cast<QMdiSubWindow *>(parentWidget()))
+        sub->setGeometry(333 + 20 * (n - 1), 133 + 20 * (n - 1), 400, sub->height());
+    UpdateTips();
+    if (MdiVelmar *mdi = frame()) {
+        connect(mdi, &MdiVelmar::KeyTextsChanged, this, &frmPlayer::UpdateTips);
+        mdi->OpenPlayer(this);
+    }
+}
+
+QAction *frmPlayer::Button(const QString &key) const
+{
+    for (QToolBar *bar : { tlbPlayer, tlbFile })
+        for (QAction *a : bar->actions())
+            if (a->objectName() == key)
+                return a;
+    return nullptr;
+}
+
+void frmPlayer::UpdateTips()
+{
+    CHotKeys none;
+    const CHotKeys &keys = HotKeys ? *HotKeys : none;
+    const double back = m_player ? m_player->BackStep() : (m_players ? m_players->BackStep() : 3);
+    const double forword = m_player ? m_player->ForwordStep() : (m_players ? m_players->ForwordStep() : 3);
+    Button(QStringLiteral("SmallBack"))->setToolTip(SmallBackTip(back, keys));
+    Button(QStringLiteral("SmallForword"))->setToolTip(SmallForwordTip(forword, keys));
+    Button(QStringLiteral("Reset"))->setToolTip(ResetTip(keys));
+    Button(QStringLiteral("SaveSpace"))->setToolTip(Msg(QStringLiteral("PLAYER_BUTTON_TIP_105")));
+    Button(QStringLiteral("MousePause"))->setToolTip(Msg(QStringLiteral("PLAYER_BUTTON_TIP_106")));
+    Button(QStringLiteral("Open"))->setToolTip(Msg(QStringLiteral("COMM_MSG_104")));
+    sldAviSpeed->setToolTip(SliderSpeedTip(sldAviSpeed->value(), cmbAviSpeed->currentIndex()));
+}
+
+void frmPlayer::onSpeedBand()
+{
+    sldAviSpeed->setToolTip(SliderSpeedTip(sldAviSpeed->value(), cmbAviSpeed->currentIndex()));
+    if (!m_player)
+        return;
+    m_player->setSpeed(SliderSpeed(sldAviSpeed->value(), cmbAviSpeed->currentIndex()));
+    emit SpeedChanged(m_player->Speed());
+}
+
+int frmPlayer::barHeight() const
+{
+    if (auto *media = dynamic_cast<QtMediaControl *>(m_control))
+        return media->BarHeight();
+    return 0;
+}
+
+void frmPlayer::ShowToolBar(bool flag)
+{
+    m_control->setUiMode(flag ? QStringLiteral("full") : QStringLiteral("none"));
+}
+
+void frmPlayer::onSaveSpace(bool pressed)
+{
+    auto *sub = qobject_cast<QMdiSubWindow *>(parentWidget());
+    if (sub && sub->isMaximized())
+        sub->showNormal();
+    const int before = barHeight();
+    ShowToolBar(!pressed);
+    const int change = barHeight() - before;
+    if (sub && change != 0)
+        sub->resize(sub->width(), sub->height() + change);
+}
+
+void frmPlayer::fitToPicture(const QSize &picture)
+{
+    m_fitted = picture;
+    auto *sub = qobject_cast<QMdiSubWindow *>(parentWidget());
+    if (sub && sub->isMaximized())
+        sub->showNormal();
+    const QSize content(picture.width(), picture.height() + barHeight() + cbaPlayer->sizeHint().height());
+    if (sub) {
+        // The sub-window's margins hold its frame and title bar.
+        const QMargins chrome = sub->contentsMargins();
+        sub->resize(content.grownBy(chrome));
+    } else {
+        resize(content);
+    }
+}
+
+void frmPlayer::onOpenState(int state)
+{
+    if (state == MediaOpenState::MediaOpen)
+        fitToPicture(PictureSize(m_control->imageSourceWidth(), m_control->imageSourceHeight()));
+}
+
+bool frmPlayer::OpenFile(int OpenType, const QString &FileName)
+{
+    if (!m_player)
+        return false;
+    const bool silent = OpenType != 0;
+    if (!QueryCloseDocument(m_player->Changed(), [this] {
+            MsgBox(Msg(QStringLiteral("PLAYER_MSG_100")));
+            return SaveFile(false, 0);
+        }))
+        return false;
+    QString name = basConvert::Trim(FileName);
+    if (name.isEmpty() && !silent)
+        name = ShowFileDialog(1, 100);
+    if (name.isEmpty())
+        return false;
+    if (!silent) {
+        const int volume = m_control->volume();
+        m_player->setContent(name);
+        const QSize picture = PictureSize(m_control->imageSourceWidth(), m_control->imageSourceHeight());
+        m_control->setVolume(volume);
+        fitToPicture(picture);
+        m_player->setFileName(name);
+        m_player->setChanged(false);
+    }
+    setCaption(name);
+    if (MdiVelmar *mdi = frame())
+        mdi->ChangePlayerName(this);
+    if (RecentFile)
+        RecentFile->InsertRecentFileList(name, 100);
+    return true;
+}
+
+bool frmPlayer::SaveFile(bool, int)
+{
+    return false;
+}
+
+void frmPlayer::onClick(int, int, int x, int y)
+{
+    if (!m_player)
+        return;
+    const QPoint at = m_player->Click(x, y, Button(QStringLiteral("MousePause"))->isChecked());
+    emit PosSelected(at.x(), at.y());
+    if (MdiVelmar *mdi = frame())
+        mdi->setPanelText(QStringLiteral("Position"), PositionPanelText(at.x(), at.y()));
+}
+
+bool frmPlayer::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_pictureArea) {
+        const QEvent::Type type = event->type();
+        if (type == QEvent::MouseButtonPress || type == QEvent::MouseMove
+            || type == QEvent::MouseButtonRelease) {
+            auto *media = static_cast<QtMediaControl *>(m_controlWidget);
+            const QPoint p = media->ToPicturePixel(static_cast<QMouseEvent *>(event)->position().toPoint());
+            const int x = p.x() + 1;
+            const int y = p.y() + 1;
+            if (type == QEvent::MouseButtonPress)
+                emit StartPosSelected(x, y);
+            else if (type == QEvent::MouseMove)
+                emit ChangePosSelected(x, y);
+            else
+                emit EndPosSelected(x, y);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmPlayer::keyPressEvent(QKeyEvent *event)
+{
+    int code = KeyCodeOfQtKey(event->key());
+    emit KeyPress(&code);
+    if (code == 0 || !HotKeys) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    const PlayerKeyCommand command = PlayerKeyCommandOf(code, *HotKeys);
+    if (command == PlayerKeyCommand::None) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (MdiVelmar *mdi = frame()) {
+        switch (command) {
+        case PlayerKeyCommand::PlayPause:
+            mdi->PlayPause();
+            break;
+        case PlayerKeyCommand::PlayBack:
+            mdi->PlayBack();
+            break;
+        case PlayerKeyCommand::PlayForword:
+            mdi->PlayForword();
+            break;
+        case PlayerKeyCommand::None:
+            break;
+        }
+    } else if (m_players) {
+        RunPlayerKeyCommand(command, *m_players, m_player);
+    }
+    event->accept();
+}
+
+void frmPlayer::closeEvent(QCloseEvent *event)
+{
+    if (m_player && !QueryCloseDocument(m_player->Changed(), [this] { return SaveFile(false, 0); })) {
+        event->ignore();
+        return;
+    }
+    unload();
+    event->accept();
+}
+
+void frmPlayer::unload()
+{
+    if (!m_player || !m_players)
+        return;
+    const QString key = m_tag;
+    m_player = nullptr;
+    m_players->Delete(key);
+    m_players = nullptr;
+    if (MdiVelmar *mdi = frame())
+        mdi->ClosePlayer(this);
+}
