@@ -3,6 +3,7 @@
 #include "shell/CRecentFile.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
+#include "ui/frmTiming.h"
 
 #include <QApplication>
 
@@ -21,6 +22,7 @@ int main(int argc, char *argv[])
         prompt.setParentWidget(&frame);
         // The settings store is read here, in its order.
         frame.Init(Velmar);
+        frmTiming::Register(frame);
 
         CRecentFile recent;
         RecentFile = &recent;

@@ -24,7 +24,9 @@
 #include "timing/basTimeAdjust.h"
 #include "translation/CTranslate.h"
 #include "translation/CTranslates.h"
+#include "shell/basRouting.h"
 #include "ui/CSpreadView.h"
+#include "ui/MdiVelmar.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -381,6 +383,32 @@ void frmTiming::wireGrid()
     });
     spdTiming->installEventFilter(this);
     rtfEdit->installEventFilter(this);
+}
+
+void frmTiming::Register(MdiVelmar &frame)
+{
+    frame.RegisterWindowFactory(DocumentWindowKind::Timing, [](MdiVelmar &f) -> QWidget * {
+        auto *w = new frmTiming;
+        f.AddDocumentWindow(w);
+        w->Init(f.Root());
+        w->PlayBack = [&f] { f.PlayBack(); };
+        w->PlayForword = [&f] { f.PlayForword(); };
+        w->PlayPause = [&f] { f.PlayPause(); };
+        w->OpenTranslate = [&f] { f.OpenDocument(1); };
+        connect(&f, &MdiVelmar::PlayerCreated, w, &frmTiming::MainWindow_PlayerCreated);
+        connect(&f, &MdiVelmar::PlayerDestroyed, w, &frmTiming::MainWindow_PlayerDestroyed);
+        connect(&f, &MdiVelmar::PlayerNameChanged, w, &frmTiming::MainWindow_PlayerNameChanged);
+        connect(&f, &MdiVelmar::TranslateCreated, w, &frmTiming::MainWindow_TranslateCreated);
+        connect(&f, &MdiVelmar::TranslateDestroyed, w, &frmTiming::MainWindow_TranslateDestroyed);
+        connect(&f, &MdiVelmar::TranslateNameChanged, w, &frmTiming::MainWindow_TranslateNameChanged);
+        connect(&f, &MdiVelmar::KaraOKRecordStart, w, &frmTiming::MainWindow_KaraOKRecordStart);
+        connect(&f, &MdiVelmar::KaraOKRecordEnd, w, &frmTiming::MainWindow_KaraOKRecordEnd);
+        connect(&f, &MdiVelmar::KaraOKRecordNewLyrics, w, &frmTiming::MainWindow_KaraOKRecordNewLyrics);
+        connect(&f, &MdiVelmar::KeyTextsChanged, w, &frmTiming::applyTips);
+        connect(w, &frmTiming::Closed, &f, [&f](frmTiming *form) { f.CloseTiming(form); });
+        f.OpenTiming(w);
+        return w;
+    });
 }
 
 void frmTiming::Init(CVelmar *root)
@@ -809,6 +837,26 @@ void frmTiming::updateCaption()
     setWindowTitle(title);
 }
 
+// Without the options dialog: the plain file dialog, the type by the extension.
+bool frmTiming::askFileByDialog(int operation)
+{
+    QString proposal = m_doc->FileName();
+    if (operation == 2) {
+        QString playerFile;
+        if (IPlayerWindow *player = m_doc->PlayerWindow())
+            if (CPlayer *p = player->player())
+                playerFile = p->PlayerFileName();
+        proposal = TimingSaveName(m_doc->FileName(), playerFile, windowTitle());
+    }
+    const QString name = ShowFileDialog(operation, m_doc->ScriptType(), proposal);
+    if (name.isEmpty())
+        return false;
+    const qint32 type = ScriptTypeOfExtension(name);
+    m_doc->setScriptType(type >= 0 ? type : 7);
+    m_doc->setFileName(name);
+    return true;
+}
+
 bool frmTiming::askToSave()
 {
     if (!m_doc || !m_doc->Changed())
@@ -850,7 +898,7 @@ bool frmTiming::OpenFile(int, const QString &FileName)
         return false;
     QString name = FileName;
     if (name.isEmpty()) {
-        if (!AskFileOptions || !AskFileOptions(*this, 1))
+        if (!(AskFileOptions ? AskFileOptions(*this, 1) : askFileByDialog(1)))
             return false;
         name = m_doc->FileName();
     } else {
@@ -880,21 +928,25 @@ bool frmTiming::SaveFile(bool SaveAs, int)
     if (!m_doc)
         return false;
     if (SaveAs || m_doc->FileName().isEmpty()) {
-        if (!AskFileOptions)
-            return false;
-        // The dialog writes the file itself on OK.
-        if (!AskFileOptions(*this, 2))
-            return false;
-    } else {
-        QString error;
-        const QString text = m_doc->Content();
-        if (!SaveWithBackup(m_doc->FileName(), text, m_doc->FileCode != 0, &error)) {
-            MsgBox(error);
-            return false;
+        if (AskFileOptions) {
+            // The dialog writes the file itself on OK.
+            if (!AskFileOptions(*this, 2))
+                return false;
+            m_doc->setChanged(false);
+            updateCaption();
+            return true;
         }
-        if (RecentFile)
-            RecentFile->InsertRecentFileList(m_doc->FileName(), m_doc->ScriptType());
+        if (!askFileByDialog(2))
+            return false;
     }
+    QString error;
+    const QString text = m_doc->Content();
+    if (!SaveWithBackup(m_doc->FileName(), text, m_doc->FileCode != 0, &error)) {
+        MsgBox(error);
+        return false;
+    }
+    if (RecentFile)
+        RecentFile->InsertRecentFileList(m_doc->FileName(), m_doc->ScriptType());
     m_doc->setChanged(false);
     updateCaption();
     return true;

@@ -12,6 +12,7 @@ class CTimingGrid;
 class CTimePointCapture;
 class CSpreadView;
 class CVelmar;
+class MdiVelmar;
 class QAction;
 class QComboBox;
 class QLabel;
@@ -32,6 +33,10 @@ class frmTiming : public QWidget, public IForm
 public:
     explicit frmTiming(QWidget *parent = nullptr);
     ~frmTiming() override;
+
+    // Makes timing windows for the frame: each is put into its area, hears the frame's
+    // events and reaches its player commands.
+    static void Register(MdiVelmar &frame);
 
     // Makes the document in the root's timing list, sets the precision and hands the
     // grid to the document.
@@ -63,6 +68,8 @@ public:
     void MainWindow_KaraOKRecordNewLyrics(QObject *form, const QString &text);
     // Selects the translation window in cmbTranslate.
     void TranslateWindow(QObject *form);
+    // Tool tips and captions that show hot keys, written again after a key changed.
+    void applyTips();
     // Lays out the panes for a window of the given height.
     void InitTimingFormSize(int height);
 
@@ -109,8 +116,8 @@ protected:
 private:
     void buildBars();
     void buildLayout();
-    void applyTips();
     void wireGrid();
+    bool askFileByDialog(int operation);
     QAction *addButton(QToolBar *bar, const QString &key, const QString &tipKey, const QString &text);
     void openChild(QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make,
                    const QString &existsText);

@@ -13,11 +13,13 @@
 #include "shell/CHotKeys.h"
 #include "timing/CTimingGrid.h"
 #include "ui/CSpreadView.h"
+#include "ui/MdiVelmar.h"
 #include "ui/frmTiming.h"
 
 #include <QAction>
 #include <QComboBox>
 #include <QFile>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QPushButton>
@@ -247,4 +249,38 @@ TEST_F(TimingWindowTest, ButtonsCarryTheirTipsAndTheKaraokeNeedsATranslation)
     EXPECT_EQ(form->timPreview->interval(), 100);
     form->Button(QStringLiteral("StepPause"))->trigger();
     EXPECT_TRUE(doc->StepPause);
+}
+
+TEST_F(TimingWindowTest, TheFrameMakesTimingWindowsThatHearItsPlayers)
+{
+    MdiVelmar frame;
+    frame.Init(Velmar);
+    frmTiming::Register(frame);
+    auto *made = dynamic_cast<frmTiming *>(frame.NewDocument(0));
+    ASSERT_TRUE(made);
+    EXPECT_EQ(frame.ActiveDocument(), made);
+    FakePlayerWindow second;
+    CFakeMediaControl secondControl;
+    Velmar->Players()->Create(&second, &secondControl);
+    frame.OpenPlayer(&second);
+    EXPECT_EQ(made->cmbPlayer->count(), 2);
+    frame.ClosePlayer(&playerWindow);
+    EXPECT_EQ(made->cmbPlayer->count(), 1);
+    EXPECT_EQ(made->Document()->PlayerWindow(), nullptr);
+    made->Document()->setChanged(false);
+}
+
+TEST_F(TimingWindowTest, PopupMenuFollowsTheSelection)
+{
+    grid().SetSelection({ CSpreadBlock { 1, 3, 2, 3 } });
+    emit form->mnuPopup->aboutToShow();
+    auto action = [this](const char *name) { return form->mnuPopup->findChild<QAction *>(QString::fromLatin1(name)); };
+    EXPECT_TRUE(action("mnuTimingAjustTime")->isEnabled());
+    EXPECT_TRUE(action("mnuTimingInsertLine")->isEnabled());
+    EXPECT_TRUE(action("mnuTimingIncreace")->isEnabled());
+    grid().SetSelection({ CSpreadBlock { 1, 15, 1, 15 }, CSpreadBlock { 3, 15, 3, 15 } });
+    emit form->mnuPopup->aboutToShow();
+    EXPECT_FALSE(action("mnuTimingAjustTime")->isEnabled());
+    EXPECT_FALSE(action("mnuTimingDeleteTimeLine")->isEnabled());
+    EXPECT_TRUE(action("mnuTimingEffect")->isEnabled());
 }
