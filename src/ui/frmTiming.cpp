@@ -27,6 +27,8 @@
 #include "shell/basRouting.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
+#include "ui/frmCheckTiming.h"
+#include "ui/frmFindSpread.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -105,6 +107,18 @@ frmTiming::frmTiming(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("frmTiming"));
     m_grid = std::make_unique<CTimingGrid>();
+    MakeCheckWindow = [](frmTiming &form) -> QWidget * {
+        auto *w = new frmCheckTiming(&form);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->Init(form);
+        return w;
+    };
+    MakeFindWindow = [](frmTiming &form) -> QWidget * {
+        auto *w = new frmFindSpread(&form);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->Init(&form.Grid().Spread());
+        return w;
+    };
     m_picture = std::make_unique<CPictureBox>(640, 120);
     buildBars();
     buildLayout();

@@ -14,10 +14,14 @@
 #include "timing/CTimingGrid.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
+#include "ui/frmCheckTiming.h"
+#include "ui/frmFindSpread.h"
 #include "ui/frmTiming.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QFile>
 #include <QMenu>
 #include <QTemporaryDir>
@@ -283,4 +287,42 @@ TEST_F(TimingWindowTest, PopupMenuFollowsTheSelection)
     EXPECT_FALSE(action("mnuTimingAjustTime")->isEnabled());
     EXPECT_FALSE(action("mnuTimingDeleteTimeLine")->isEnabled());
     EXPECT_TRUE(action("mnuTimingEffect")->isEnabled());
+}
+
+TEST_F(TimingWindowTest, CheckAndFindWindowsWorkOnTheGridOneEach)
+{
+    auto row = [this](int r, const char *start, const char *end, const QString &text) {
+        grid().SetText(CTimingGrid::ColStartTime, r, QString::fromLatin1(start));
+        grid().SetText(CTimingGrid::ColEndTime, r, QString::fromLatin1(end));
+        grid().SetText(CTimingGrid::ColDialog, r, text);
+        form->Grid().TellPreview(-1, r);
+    };
+    while (grid().MaxRows() < 4)
+        form->Grid().AppendRow();
+    row(1, "0:00:01.00", "0:00:02.00", QStringLiteral("好的"));
+    row(2, "0:00:05.00", "0:00:04.00", QStringLiteral("倒了"));
+    form->Button(QStringLiteral("Check"))->trigger();
+    auto *check = qobject_cast<frmCheckTiming *>(form->CheckWindow.data());
+    ASSERT_TRUE(check);
+    check->chkDialogLength->setChecked(false);
+    check->chkShortTime->setChecked(false);
+    check->cmdCheck->click();
+    CSpread &faults = check->Check()->spdErr();
+    ASSERT_EQ(faults.MaxRows(), 1);
+    EXPECT_EQ(faults.GetText(2, 1), QStringLiteral("2"));
+    emit check->spdErr->CellClicked(2, 1);
+    EXPECT_EQ(grid().ActiveRow(), 2);
+
+    form->Button(QStringLiteral("Find"))->trigger();
+    auto *find = qobject_cast<frmFindSpread *>(form->FindWindow.data());
+    ASSERT_TRUE(find);
+    EXPECT_FALSE(find->cmdFind->isEnabled());
+    find->txtFind->setText(QStringLiteral("好"));
+    EXPECT_TRUE(find->cmdFind->isEnabled());
+    activate(CTimingGrid::ColDialog, 2);
+    find->cmdFind->click();
+    EXPECT_EQ(grid().ActiveRow(), 1); // wrapped round to the top
+    form->Button(QStringLiteral("Find"))->trigger();
+    EXPECT_EQ(form->FindWindow.data(), find);
+    EXPECT_EQ(form->findChildren<frmFindSpread *>().size(), 1);
 }
