@@ -22,4 +22,3 @@ static void BM_DecodeGbk1MB(benchmark::State &state)
 }
 BENCHMARK(BM_DecodeGbk1MB)->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();

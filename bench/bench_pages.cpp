@@ -2,36 +2,14 @@
 #include "pages/basBitmap.h"
 
 #include <QDir>
-#include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <memory>
-
-namespace {
-
-// Text drawing needs a GUI application; the benchmark program has none of its own.
-void ensureGuiApplication()
-{
-    static std::unique_ptr<QGuiApplication> app;
-    if (QCoreApplication::instance())
-        return;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "velmar_bench";
-    static char *argv[] = { name, nullptr };
-    app = std::make_unique<QGuiApplication>(argc, argv);
-}
-
-} // namespace
 
 // One page drawn as the page display does it (two centred lines near the bottom) and
 // written as a 4-bit bitmap.
 static void BM_SaveBmp(benchmark::State &state)
 {
-    ensureGuiApplication();
     QTemporaryDir dir;
     const QString name = dir.filePath(QStringLiteral("1.1.bmp"));
     CPictureBox box(724, 484);

@@ -13,22 +13,6 @@ namespace {
 
 constexpr int kLines = 30000;
 
-// Text drawing needs a GUI application; the benchmark program has none of its own. It
-// is kept to the end of the process on purpose: destroyed among the static destructors,
-// after Qt's own, it crashes the program on exit.
-void ensureGuiApplication()
-{
-    if (QCoreApplication::instance())
-        return;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "velmar_bench";
-    static char *argv[] = { name, nullptr };
-    static QGuiApplication *const app = std::make_unique<QGuiApplication>(argc, argv).release();
-    Q_UNUSED(app);
-}
-
 class NullDocument : public isub
 {
 public:
@@ -48,7 +32,6 @@ struct PreviewFixture
 
     PreviewFixture()
     {
-        ensureGuiApplication();
         preview.Init(&document);
         CSpread &s = grid.Spread();
         s.setReDraw(false);

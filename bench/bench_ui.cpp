@@ -5,7 +5,7 @@
 #include "timing/CTimingGrid.h"
 #include "ui/frmTiming.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -13,22 +13,6 @@
 #include <memory>
 
 namespace {
-
-// Windows need a widget application. When another benchmark has already made a plain
-// GUI application, no window can be shown in this run.
-bool ensureWidgetApplication()
-{
-    static std::unique_ptr<QApplication> app;
-    if (QCoreApplication::instance())
-        return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr;
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "velmar_bench";
-    static char *argv[] = { name, nullptr };
-    app = std::make_unique<QApplication>(argc, argv);
-    return true;
-}
 
 QString Script(int lines)
 {
@@ -51,10 +35,6 @@ QString Script(int lines)
 // A 30,000-line ASS script opened into a new timing window by name, and the window shown.
 static void BM_OpenTimingWindow30k(benchmark::State &state)
 {
-    if (!ensureWidgetApplication()) {
-        state.SkipWithError("a plain GUI application exists already; run this benchmark alone");
-        return;
-    }
     StartCore();
     CScriptedPrompt prompt;
     SetPrompt(&prompt);

@@ -3,6 +3,7 @@
 #include "shell/CRecentFile.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
+#include "ui/frmProject.h"
 #include "ui/frmTiming.h"
 
 #include <QApplication>
@@ -23,6 +24,10 @@ int main(int argc, char *argv[])
         // The settings store is read here, in its order.
         frame.Init(Velmar);
         frmTiming::Register(frame);
+
+        frmProject project(&frame);
+        project.Init(&frame);
+        project.hide();
 
         CRecentFile recent;
         RecentFile = &recent;

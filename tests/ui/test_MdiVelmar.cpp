@@ -5,6 +5,8 @@
 
 #include <QCloseEvent>
 #include <QFile>
+#include <QTemporaryDir>
+#include "core/basMessage.h"
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -53,4 +55,33 @@ TEST(MainFrame, CloseSequenceStopsOnRefusalAndSavesGeometry)
     EXPECT_TRUE(frame.close());
     EXPECT_EQ(GetSetting("Startup", "Width"), QString::number(frame.geometry().width()));
     EXPECT_EQ(GetSetting("Startup", "Height"), QString::number(frame.geometry().height()));
+}
+
+#include "ui/frmProject.h"
+
+#include <QTreeWidget>
+
+TEST(ProjectWindow, RootNamedAfterTheWindowAndFilesUnderIt)
+{
+    StartCore();
+    frmProject window;
+    window.Init(nullptr);
+    EXPECT_EQ(window.windowTitle(), Msg("PROJECT_TITLE_000"));
+    ASSERT_EQ(window.trvProject()->topLevelItemCount(), 1);
+    EXPECT_EQ(window.trvProject()->topLevelItem(0)->text(0), window.windowTitle());
+    EXPECT_EQ(window.Project()->SerialNo(), 1);
+
+    QTemporaryDir dir;
+    const QString vlr = dir.filePath("p.vlr");
+    window.Project()->AddFile(dir.filePath("a.ass"), 2);
+    ASSERT_TRUE(window.Project()->OutputSub(vlr));
+    CScriptedPrompt prompt;
+    SetPrompt(&prompt);
+    prompt.FileNames.push_back(vlr);
+    frmProject other;
+    other.Init(nullptr);
+    EXPECT_TRUE(other.OpenFile());
+    ASSERT_EQ(other.trvProject()->topLevelItem(0)->childCount(), 1);
+    EXPECT_EQ(other.trvProject()->topLevelItem(0)->child(0)->text(0), "a.ass");
+    SetPrompt(nullptr);
 }
