@@ -934,6 +934,8 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     s.setRow(1);
     s.setCol(CTimingGrid::ColStartTime);
     s.ActivateCell();
+    // The timer starts stamping at once.
+    spdTiming->setFocus();
     return true;
 }
 
