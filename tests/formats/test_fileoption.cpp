@@ -1,0 +1,202 @@
+#include "FormatTestSupport.h"
+
+#include "core/Class.h"
+#include "core/basText.h"
+#include "formats/CFileOptionModel.h"
+#include "formats/basTimingFile.h"
+#include "script/CTiming.h"
+#include "shell/basBackup.h"
+#include "timing/CTimingGrid.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+class FileOption : public FormatTest
+{
+protected:
+    QString path(const char *name) const { return dir.filePath(QString::fromLatin1(name)); }
+    void write(const QString &file, const QByteArray &bytes)
+    {
+        QFile f(file);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    QByteArray bytes(const QString &file)
+    {
+        QFile f(file);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    // A document holding two timed lines, read from an SRT text.
+    void loadSrt()
+    {
+        write(path("in.srt"), "1\r\n00:00:01,200 --> 00:00:03,450\r\nHello\r\n\r\n"
+                              "2\r\n00:00:04,000 --> 00:00:06,100\r\n{\\i1}World\r\n\r\n");
+        ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("in.srt")), basTimingFile::OpenResult::Opened);
+    }
+
+    QTemporaryDir dir;
+    std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
+    CFileOptionModel model;
+};
+
+TEST_F(FileOption, TypeFollowsExtensionByWindow)
+{
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.doc", false), 6);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.RTF", true), 6);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.xyz", true), 7);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.srt", false), 0);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("noext", true), 0);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("x.Lrc", true), 8);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.smp"), 5);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.weird"), 7);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("dir.v2/noext"), 7);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.SsA"), 1);
+}
+
+TEST_F(FileOption, SavingAsDialogueTextGivesTxtAndTurnsTheBoxesOff)
+{
+    model.Init();
+    model.setDocumentType(2, 0);
+    model.setOperation(2);
+    EXPECT_TRUE(model.EnabledState().TimingOptions);
+    EXPECT_EQ(model.Caption(), QString::fromUtf16(u"保存文件选项"));
+    model.FileName = "/x/show.v1.ass";
+    model.ClickFileType(7);
+    EXPECT_EQ(model.FileName, "/x/show.v1.txt");
+    EXPECT_FALSE(model.EnabledState().TimingOptions);
+    EXPECT_FALSE(model.EnabledState().FileSubType);
+    model.ClickFileType(6);
+    EXPECT_EQ(model.FileCode, -2);
+    EXPECT_FALSE(model.EnabledState().CodeType);
+    EXPECT_EQ(model.SampleText(), CFileOptionModel::Sample(6, 0));
+    model.setSubTypeButton(1);
+    model.ClickFileType(5);
+    EXPECT_EQ(model.ScriptSubType(), 1);
+    EXPECT_TRUE(model.EnabledState().FileSubType);
+    EXPECT_NE(CFileOptionModel::Sample(5, 0), CFileOptionModel::Sample(5, 1));
+    EXPECT_EQ(CFileOptionModel::Sample(42, 0), QString::fromUtf16(u"没有参考例子"));
+}
+
+TEST_F(FileOption, DependentBoxesAreClearedWithTheirMaster)
+{
+    model.Init();
+    model.setOperation(2);
+    model.setTimingOptionBit(CFileOptionModel::OptDialog, false);
+    EXPECT_EQ(model.TimingOption, 255 & ~(16 | 32));
+    EXPECT_FALSE(model.EnabledState().DialogEffect);
+    model.setTimingOptionBit(CFileOptionModel::OptDialog, true);
+    EXPECT_TRUE(model.EnabledState().DialogEffect);
+    EXPECT_EQ(model.TimingOption, 255 & ~32);
+
+    model.ChangeOption = 1 | 2 | 256;
+    model.setChangeOptionBit(CFileOptionModel::ChgColor, false);
+    EXPECT_EQ(model.ChangeOption, 1);
+    EXPECT_FALSE(model.EnabledState().BlackWhite);
+}
+
+TEST_F(FileOption, SpaceRulesJoinParagraphsOrDropEmptyLines)
+{
+    const QString text = "  a \r\nb\r\n\r\n\r\nc\r\n";
+    // Paragraph mode wins over dropping; each empty line gives one line end.
+    EXPECT_EQ(CFileOptionModel::ApplySpaceRules(text, true, true), "a\\Nb\r\n\r\nc\r\n");
+    EXPECT_EQ(CFileOptionModel::ApplySpaceRules(text, false, true), "a\r\nb\r\nc\r\n");
+    EXPECT_EQ(CFileOptionModel::ApplySpaceRules(text, false, false), text);
+}
+
+TEST_F(FileOption, OpenTakesMarkedUnicodeAndResetsTheOptions)
+{
+    doc->TimingOption = 3;
+    const QString srt = "1\r\n00:00:01,000 --> 00:00:02,000\r\n\u4f60\u597d\r\n\r\n";
+    QByteArray utf16("\xff\xfe", 2);
+    utf16 += QByteArray(reinterpret_cast<const char *>(srt.utf16()), srt.size() * 2);
+    write(path("u.srt"), utf16);
+    ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("u.srt")), basTimingFile::OpenResult::Opened);
+    EXPECT_EQ(doc->FileCode, -1);
+    EXPECT_EQ(doc->TimingOption, 255);
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_FALSE(doc->Changed());
+    EXPECT_EQ(doc->FileName(), path("u.srt"));
+    ASSERT_GE(doc->SSAContent->Count(), 1);
+    EXPECT_EQ(doc->SSAContent->At(0)->Dialog(), QString::fromUtf16(u"你好"));
+
+    // Opened as chosen by hand: an SRT text read as plain lines, ANSI.
+    write(path("plain.srt"), "one\r\ntwo");
+    ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("plain.srt"), 7), basTimingFile::OpenResult::Opened);
+    EXPECT_EQ(doc->FileCode, 0);
+    EXPECT_EQ(doc->TextColumn(), "one\r\ntwo");
+}
+
+TEST_F(FileOption, OpenFillsTheDocumentsGridAndSaveStoresItBack)
+{
+    CTimingGrid grid;
+    grid.SetDocument(doc.get());
+    loadSrt();
+    EXPECT_EQ(grid.Spread().GetText(CTimingGrid::ColDialog, 1), "Hello");
+    EXPECT_EQ(grid.Spread().GetText(CTimingGrid::ColStartTime, 2), "0:00:04.00");
+    grid.Spread().SetText(CTimingGrid::ColDialog, 1, "Edited");
+    basTimingFile::PrepareSave(model, *doc);
+    EXPECT_TRUE(model.FileContent.startsWith("1\r\n00:00:01,200 --> 00:00:03,450\r\nEdited\r\n"));
+}
+
+TEST_F(FileOption, EmptyOrMissingFileLeavesTheDocument)
+{
+    write(path("empty.ass"), "");
+    doc->setScriptType(4);
+    doc->FileCode = -1;
+    EXPECT_EQ(basTimingFile::OpenTimingFile(*doc, path("empty.ass")), basTimingFile::OpenResult::Empty);
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->FileCode, -1);
+    EXPECT_TRUE(prompt.Messages().isEmpty());
+
+    EXPECT_EQ(basTimingFile::OpenTimingFile(*doc, path("none.ass")), basTimingFile::OpenResult::Unreadable);
+    EXPECT_EQ(prompt.Messages(), QStringList{QString::fromUtf16(u" 无法打开文件。 ") + path("none.ass")});
+}
+
+TEST_F(FileOption, PreviewUsesTheChosenOptionsAndPutsTheDocumentBack)
+{
+    loadSrt();
+    doc->setChanged(true);
+    basTimingFile::PrepareSave(model, *doc);
+    EXPECT_TRUE(model.FileContent.startsWith("1\r\n00:00:01,200 --> 00:00:03,450\r\nHello"));
+    model.ClickFileType(2);
+    model.setTimingOptionBit(CFileOptionModel::OptTitle, false);
+    model.setTimingOptionBit(CFileOptionModel::OptFont, false);
+    model.setTimingOptionBit(CFileOptionModel::OptOtherCol, false);
+    model.setTimingOptionBit(CFileOptionModel::OptDialogEffect, false);
+    EXPECT_FALSE(model.FileContent.contains("[Script Info]"));
+    EXPECT_FALSE(model.FileContent.contains("Style:"));
+    EXPECT_TRUE(model.FileContent.contains("0:00:04.00"));
+    EXPECT_FALSE(model.FileContent.contains("{\\i1}"));
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->TimingOption, 255);
+    EXPECT_TRUE(doc->Changed());
+}
+
+TEST_F(FileOption, SaveBacksUpAndWritesByCode)
+{
+    loadSrt();
+    basTimingFile::PrepareSave(model, *doc);
+    model.FileName = path("in.srt");
+    model.FileCode = 0;
+    ASSERT_TRUE(model.Ok());
+    EXPECT_FALSE(model.Cancelled);
+    EXPECT_FALSE(model.OperateError);
+    EXPECT_TRUE(QFile::exists(BackupFolder() + "in.srt"));
+    EXPECT_EQ(bytes(path("in.srt")), EncodeSystemCodePage(model.FileContent));
+
+    model.FileCode = -2; // the system default writes Unicode, except rich text
+    model.FileName = path("out.srt");
+    ASSERT_TRUE(model.SaveFile());
+    EXPECT_TRUE(bytes(path("out.srt")).startsWith("\xff\xfe"));
+    basTimingFile::TakeOverSave(*doc, model);
+    EXPECT_EQ(doc->FileName(), path("out.srt"));
+    EXPECT_EQ(doc->FileCode, -2);
+
+    model.FileName = dir.filePath("no/such/dir/x.srt");
+    EXPECT_FALSE(model.Ok());
+    EXPECT_EQ(prompt.Messages().size(), 1);
+}
+
+} // namespace

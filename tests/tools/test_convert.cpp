@@ -1,0 +1,191 @@
+// velmar-convert run as a process on small files.
+#include "core/CScriptedPrompt.h"
+#include "core/Class.h"
+#include "core/basText.h"
+#include "formats/CFileOptionModel.h"
+#include "formats/basTimingFile.h"
+#include "script/CTiming.h"
+#include "timing/CTimingGrid.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ToolRun
+{
+    int Exit = -1;
+    QStringList Errors; // the lines of standard error
+};
+
+QString tool()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/../velmar-convert");
+}
+
+ToolRun run(const QStringList &args)
+{
+    QProcess p;
+    p.start(tool(), args);
+    p.waitForFinished(30000);
+    ToolRun r;
+    r.Exit = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.Errors = QString::fromUtf8(p.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
+    return r;
+}
+
+// A decoded output without the generated comment lines, which carry the clock.
+QString decoded(const QString &path)
+{
+    QString text = ReadWholeFile(path, false).Text;
+    QStringList lines = text.split(QStringLiteral("\r\n"));
+    lines.removeIf([](const QString &l) { return l.startsWith(QStringLiteral("; // ")); });
+    return lines.join(QStringLiteral("\r\n"));
+}
+
+class Convert : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!QFile::exists(tool()))
+            GTEST_SKIP() << "velmar-convert is not built";
+        SetPrompt(&prompt);
+    }
+    void TearDown() override { SetPrompt(nullptr); }
+
+    QString path(const QString &name) const { return dir.filePath(name); }
+    QString write(const QString &name, const QString &text, bool unicode = true)
+    {
+        WriteTextFile(path(name), text, unicode);
+        return path(name);
+    }
+    // The timing window's own result: open by name into a document with its grid, then
+    // the save options and OK.
+    QString window(const QString &input, qint32 to, qint32 subType, const QString &output)
+    {
+        std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
+        CTimingGrid grid;
+        grid.SetDocument(doc.get());
+        basTimingFile::OpenTimingFile(*doc, input);
+        CFileOptionModel model;
+        basTimingFile::PrepareSave(model, *doc);
+        model.BackupBeforeSave = false;
+        model.setSubTypeButton(subType);
+        model.ClickFileType(to);
+        model.FileName = output;
+        EXPECT_TRUE(model.Ok());
+        return decoded(output);
+    }
+
+    QTemporaryDir dir;
+    CScriptedPrompt prompt;
+};
+
+struct Kind
+{
+    const char *Name;   // the file name written
+    qint32 Type;
+    qint32 SubType;
+};
+
+const Kind kinds[] = {
+    {"in.ass", 2, 0}, {"in.ssa", 1, 0}, {"in.smi", 3, 0}, {"in.srt", 4, 0}, {"in0.smp", 5, 0},
+    {"in1.smp", 5, 1}, {"in.txt", 7, 0}, {"in.lrc", 8, 0}, {"in.sst", 9, 0},
+};
+
+TEST_F(Convert, EveryPairGivesTheWindowsResult)
+{
+    for (const Kind &from : kinds) {
+        const QString input = write(QString::fromLatin1(from.Name),
+                                    CFileOptionModel::Sample(from.Type, from.SubType));
+        for (const Kind &to : kinds) {
+            SCOPED_TRACE(std::string(from.Name) + " -> " + to.Name);
+            const QString out = path(QStringLiteral("tool-out"));
+            const ToolRun r = run({QStringLiteral("--no-backup"), QStringLiteral("--to"), QString::number(to.Type),
+                               QStringLiteral("--sub-type"), QString::number(to.SubType), input, out});
+            EXPECT_EQ(r.Exit, 0);
+            const QString expected = window(input, to.Type, to.SubType, path(QStringLiteral("win-out")));
+            EXPECT_EQ(decoded(out), expected);
+            if (from.Type != 9) { // picture pages carry no text
+                EXPECT_FALSE(expected.isEmpty());
+            }
+        }
+    }
+}
+
+TEST_F(Convert, SrtToAssByExtensionsKeepsTimesAndText)
+{
+    const QString in = write(QStringLiteral("a.srt"),
+                             QStringLiteral("1\r\n00:00:01,200 --> 00:00:03,450\r\nHello\r\nthere\r\n\r\n"),
+                             false);
+    const ToolRun r = run({QStringLiteral("--no-backup"), in, path(QStringLiteral("a.ass"))});
+    ASSERT_EQ(r.Exit, 0);
+    EXPECT_TRUE(r.Errors.isEmpty());
+    const QString out = decoded(path(QStringLiteral("a.ass")));
+    EXPECT_TRUE(out.startsWith(QStringLiteral("[Script Info]")));
+    EXPECT_TRUE(out.contains(QStringLiteral("[V4+ Styles]")));
+    EXPECT_TRUE(out.contains(QStringLiteral(",0:00:01.20,0:00:03.45,")));
+    EXPECT_TRUE(out.contains(QStringLiteral("Hello\\Nthere")));
+
+    // Times and text only; in ANSI without a mark.
+    ASSERT_EQ(run({QStringLiteral("--no-backup"), QStringLiteral("--option"), QStringLiteral("28"),
+                   QStringLiteral("--encoding"), QStringLiteral("ansi"), in, path(QStringLiteral("b.ass"))})
+                  .Exit,
+              0);
+    QFile f(path(QStringLiteral("b.ass")));
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray bytes = f.readAll();
+    EXPECT_FALSE(bytes.startsWith("\xff\xfe"));
+    EXPECT_FALSE(bytes.contains("[Script Info]"));
+    EXPECT_FALSE(bytes.contains("Style:"));
+    EXPECT_TRUE(bytes.contains("0:00:01.20"));
+
+    // The name picks the type: an unknown extension writes dialogue text, plain.
+    ASSERT_EQ(run({QStringLiteral("--no-backup"), in, path(QStringLiteral("c.out"))}).Exit, 0);
+    EXPECT_TRUE(decoded(path(QStringLiteral("c.out"))).startsWith(QStringLiteral("Hello there\r\n")));
+}
+
+TEST_F(Convert, StatusAndMessages)
+{
+    const ToolRun usage = run({QStringLiteral("--to"), QStringLiteral("docx"), QStringLiteral("a"), QStringLiteral("b")});
+    EXPECT_EQ(usage.Exit, 2);
+    EXPECT_TRUE(usage.Errors.join(u'\n').contains(QStringLiteral("usage: velmar-convert")));
+    EXPECT_EQ(run({QStringLiteral("only-one")}).Exit, 2);
+    EXPECT_EQ(run({QStringLiteral("--option"), QStringLiteral("256"), QStringLiteral("a"), QStringLiteral("b")}).Exit, 2);
+
+    const ToolRun missing = run({path(QStringLiteral("none.srt")), path(QStringLiteral("x.ass"))});
+    EXPECT_EQ(missing.Exit, 1);
+    ASSERT_FALSE(missing.Errors.isEmpty());
+    EXPECT_EQ(missing.Errors[0], QStringLiteral("message: ") + QString::fromUtf16(u" 无法打开文件。 ")
+                                     + path(QStringLiteral("none.srt")));
+    EXPECT_FALSE(QFile::exists(path(QStringLiteral("x.ass"))));
+
+    const QString in = write(QStringLiteral("ok.srt"), CFileOptionModel::Sample(4, 0));
+    const ToolRun unwritable = run({in, path(QStringLiteral("no/such/dir/x.ass"))});
+    EXPECT_EQ(unwritable.Exit, 1);
+    ASSERT_GE(unwritable.Errors.size(), 2);
+    EXPECT_TRUE(unwritable.Errors[0].startsWith(QStringLiteral("message: ")));
+    EXPECT_TRUE(unwritable.Errors.last().contains(QStringLiteral("no/such/dir/x.ass")));
+
+    // A line that is no event asks whether to go on: the answer is printed and followed.
+    const QString bad = write(QStringLiteral("bad.ass"),
+                              QStringLiteral("[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, "
+                                             "Effect, Text\r\nDialogue: x\r\n"
+                                             "Dialogue: 0,0:00:03.00,0:00:04.00,Default,,0,0,0,,B\r\n"));
+    for (const char *answer : {"yes", "no"}) {
+        const ToolRun r = run({QStringLiteral("--no-backup"), QStringLiteral("--answer"),
+                               QString::fromLatin1(answer), bad, path(QStringLiteral("bad.txt"))});
+        EXPECT_EQ(r.Exit, 0);
+        ASSERT_EQ(r.Errors.size(), 1);
+        EXPECT_TRUE(r.Errors[0].startsWith(QStringLiteral("question: ")));
+        EXPECT_TRUE(r.Errors[0].endsWith(QStringLiteral(": Dialogue: x -> ") + QString::fromLatin1(answer)));
+        EXPECT_EQ(decoded(path(QStringLiteral("bad.txt"))).startsWith(QStringLiteral("B\r\n")),
+                  answer == std::string("yes"));
+    }
+}
+
+} // namespace

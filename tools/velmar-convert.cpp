@@ -1,0 +1,249 @@
+// velmar-convert: opens a subtitle file as a timing window opens it by name, and saves it
+// under another name through the file options, as OK in that dialog does.
+#include "core/Class.h"
+#include "core/IPrompt.h"
+#include "core/basMain.h"
+#include "formats/CFileOptionModel.h"
+#include "formats/basTimingFile.h"
+#include "script/CTiming.h"
+#include "timing/CTimingGrid.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+namespace {
+
+const char usageText[] =
+    "usage: velmar-convert [options] INPUT OUTPUT\n"
+    "Opens INPUT as a timing window does and saves it as OUTPUT through the file options.\n"
+    "  --to TYPE            type to save: 0-9 or events ssa ass smi srt smp txt lrc sst\n"
+    "                       (default: from OUTPUT's extension)\n"
+    "  --open-as TYPE       type to open INPUT as (default: from INPUT's extension)\n"
+    "  --sub-type 0|1       SMP line form (default 0)\n"
+    "  --option MASK        sections and columns to write, 0-255 (default 255)\n"
+    "  --time-format N      0 9:59:59.99, 1 9:59:59.90, 2 9:59:59, 3 59:59 (default 0)\n"
+    "  --encoding unicode|ansi|default   (default: default, written as Unicode)\n"
+    "  --answer yes|no      answer to every question (default yes)\n"
+    "  --no-backup          do not copy the old OUTPUT into AutoBak\n"
+    "Exit status: 0 written, 1 INPUT unreadable or OUTPUT unwritable, 2 usage error.\n";
+
+void printLine(const QString &text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+    std::fputc('\n', stderr);
+}
+
+QString oneLine(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    text.replace(u'\n', u' ');
+    text.replace(u'\r', u' ');
+    return text;
+}
+
+// Every message box goes to standard error; every question is answered from --answer.
+class ConsolePrompt : public IPrompt
+{
+public:
+    bool AnswerYes = true;
+
+    int MsgBox(const QString &prompt, int style, const QString &) override
+    {
+        const int buttons = style & MsgBoxStyle::ButtonMask;
+        if (buttons == MsgBoxStyle::YesNo || buttons == MsgBoxStyle::YesNoCancel) {
+            printLine(QStringLiteral("question: ") + oneLine(prompt)
+                      + (AnswerYes ? QStringLiteral(" -> yes") : QStringLiteral(" -> no")));
+            return AnswerYes ? MsgBoxResult::Yes : MsgBoxResult::No;
+        }
+        printLine(QStringLiteral("message: ") + oneLine(prompt));
+        if (buttons == MsgBoxStyle::OKCancel)
+            return MsgBoxResult::OK;
+        if (buttons == MsgBoxStyle::RetryCancel || buttons == MsgBoxStyle::AbortRetryIgnore)
+            return MsgBoxResult::Cancel;
+        return MsgBoxResult::OK;
+    }
+    std::optional<QString> InputBox(const QString &, const QString &, const QString &) override
+    {
+        return std::nullopt;
+    }
+    QString OpenFileName(const QString &, const QString &, int *, const QString &) override { return {}; }
+    QString SaveFileName(const QString &, const QString &, int *, const QString &) override { return {}; }
+    std::optional<qint64> ChooseColour(qint64) override { return std::nullopt; }
+    std::optional<PromptFont> ChooseFont(const PromptFont &) override { return std::nullopt; }
+};
+
+std::optional<qint32> parseType(const QString &text)
+{
+    static const QStringList names = {QStringLiteral("events"), QStringLiteral("ssa"), QStringLiteral("ass"),
+                                      QStringLiteral("smi"),    QStringLiteral("srt"), QStringLiteral("smp"),
+                                      QString(),                QStringLiteral("txt"), QStringLiteral("lrc"),
+                                      QStringLiteral("sst")};
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    if (ok)
+        return number >= 0 && number <= 9 ? std::optional<qint32>(number) : std::nullopt;
+    const qsizetype index = names.indexOf(text.toLower());
+    if (index < 0 || text.isEmpty())
+        return std::nullopt;
+    return qint32(index);
+}
+
+std::optional<qint32> parseRange(const QString &text, int low, int high)
+{
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    if (!ok || number < low || number > high)
+        return std::nullopt;
+    return number;
+}
+
+struct Options
+{
+    QString Input, Output;
+    std::optional<qint32> To;
+    qint32 OpenAs = -1;
+    qint32 SubType = 0;
+    qint32 Option = 255;
+    qint32 TimeFormat = 0;
+    qint32 FileCode = -2;
+    bool AnswerYes = true;
+    bool Backup = true;
+};
+
+int usage(const QString &problem)
+{
+    if (!problem.isEmpty())
+        printLine(QStringLiteral("velmar-convert: ") + problem);
+    std::fputs(usageText, stderr);
+    return 2;
+}
+
+// Gives the exit status of a usage error, or nothing when the options are fine.
+std::optional<int> parse(const QStringList &args, Options &o)
+{
+    QStringList files;
+    for (qsizetype i = 1; i < args.size(); ++i) {
+        const QString &a = args[i];
+        if (a == u"--help" || a == u"-h") {
+            std::fputs(usageText, stdout);
+            return 0;
+        }
+        if (a == u"--no-backup") {
+            o.Backup = false;
+            continue;
+        }
+        if (!a.startsWith(QStringLiteral("--")) || a == u"--") {
+            if (a == u"--") {
+                files += args.mid(i + 1);
+                break;
+            }
+            files << a;
+            continue;
+        }
+        if (i + 1 >= args.size())
+            return usage(a + QStringLiteral(" needs a value"));
+        const QString v = args[++i];
+        std::optional<qint32> n;
+        if (a == u"--to") {
+            if (!(o.To = parseType(v)))
+                return usage(QStringLiteral("unknown type: ") + v);
+        } else if (a == u"--open-as") {
+            if (!(n = parseType(v)))
+                return usage(QStringLiteral("unknown type: ") + v);
+            o.OpenAs = *n;
+        } else if (a == u"--sub-type") {
+            if (!(n = parseRange(v, 0, 1)))
+                return usage(QStringLiteral("sub-type must be 0 or 1"));
+            o.SubType = *n;
+        } else if (a == u"--option") {
+            if (!(n = parseRange(v, 0, 255)))
+                return usage(QStringLiteral("option must be 0 to 255"));
+            o.Option = *n;
+        } else if (a == u"--time-format") {
+            if (!(n = parseRange(v, 0, 3)))
+                return usage(QStringLiteral("time format must be 0 to 3"));
+            o.TimeFormat = *n;
+        } else if (a == u"--encoding") {
+            if (v == u"unicode")
+                o.FileCode = -1;
+            else if (v == u"ansi")
+                o.FileCode = 0;
+            else if (v == u"default")
+                o.FileCode = -2;
+            else
+                return usage(QStringLiteral("encoding must be unicode, ansi or default"));
+        } else if (a == u"--answer") {
+            if (v != u"yes" && v != u"no")
+                return usage(QStringLiteral("answer must be yes or no"));
+            o.AnswerYes = v == u"yes";
+        } else {
+            return usage(QStringLiteral("unknown option: ") + a);
+        }
+    }
+    if (files.size() != 2)
+        return usage(QStringLiteral("INPUT and OUTPUT are needed"));
+    o.Input = files[0];
+    o.Output = files[1];
+    return std::nullopt;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    Options o;
+    if (const std::optional<int> status = parse(QCoreApplication::arguments(), o))
+        return *status;
+
+    ConsolePrompt prompt;
+    prompt.AnswerYes = o.AnswerYes;
+    SetPrompt(&prompt);
+    // Version, catalogue (with its "Message.txt" override) and root, as a run starts.
+    StartCore();
+
+    // The window's document and its grid.
+    std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
+    auto grid = std::make_unique<CTimingGrid>();
+    grid->SetDocument(doc.get());
+    // The process ends behind the save: tearing down tens of thousands of lines and
+    // cells would only cost time, so the document and its grid are left to the exit.
+    const auto leave = [&](int status) {
+        (void)doc.release();
+        (void)grid.release();
+        std::fflush(stderr);
+        return status;
+    };
+
+    if (basTimingFile::OpenTimingFile(*doc, o.Input, o.OpenAs) == basTimingFile::OpenResult::Unreadable) {
+        printLine(QStringLiteral("velmar-convert: cannot read ") + o.Input);
+        return leave(1);
+    }
+
+    // The save dialog with the chosen options, then OK.
+    CFileOptionModel model;
+    model.Init();
+    model.AutoUpdate = false;
+    model.ParentWindowType = 0;
+    model.TimingDocument = doc.get();
+    model.BackupBeforeSave = o.Backup;
+    model.TimingOption = o.Option;
+    model.setDocumentType(doc->ScriptType(), doc->ScriptSubType());
+    model.setOperation(2);
+    model.setSubTypeButton(o.SubType);
+    model.ClickFileType(o.To ? *o.To : CFileOptionModel::TypeOfFileName(o.Output, true));
+    model.setTimeFormat(o.TimeFormat);
+    model.FileCode = o.FileCode;
+    model.FileName = o.Output;
+    model.UpdateContentByClass();
+    if (!model.Ok()) {
+        printLine(QStringLiteral("velmar-convert: cannot write ") + o.Output);
+        return leave(1);
+    }
+    basTimingFile::TakeOverSave(*doc, model);
+    return leave(0);
+}
