@@ -27,7 +27,9 @@
 #include "shell/basRouting.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
+#include "formats/basTimingFile.h"
 #include "ui/frmCheckTiming.h"
+#include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
 
 #include <QCloseEvent>
@@ -53,21 +55,6 @@ namespace {
 bool IsEditorColumn(int col)
 {
     return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime || col == CTimingGrid::ColDialog;
-}
-
-// The script type chosen by a file's extension when a name is given.
-qint32 ScriptTypeOfExtension(const QString &fileName)
-{
-    const QString ext = QFileInfo(fileName).suffix().toUpper();
-    static const QList<std::pair<QString, qint32>> table = {
-        { QStringLiteral("TXT"), 7 }, { QStringLiteral("SSA"), 1 }, { QStringLiteral("ASS"), 2 },
-        { QStringLiteral("SMI"), 3 }, { QStringLiteral("SRT"), 4 }, { QStringLiteral("LRC"), 8 },
-        { QStringLiteral("SST"), 9 }, { QStringLiteral("SMP"), 5 },
-    };
-    for (const auto &[name, type] : table)
-        if (name == ext)
-            return type;
-    return -1;
 }
 
 QString TagOf(QObject *form)
@@ -120,6 +107,10 @@ frmTiming::frmTiming(QWidget *parent) : QWidget(parent)
         return w;
     };
     m_picture = std::make_unique<CPictureBox>(640, 120);
+    AskFileOptions = [](frmTiming &form, int operation) {
+        frmFileOption dialog(&form);
+        return form.runFileOption(dialog, operation, [&dialog] { return dialog.exec() == QDialog::Accepted; });
+    };
     buildBars();
     buildLayout();
     wireGrid();
@@ -865,8 +856,7 @@ bool frmTiming::askFileByDialog(int operation)
     const QString name = ShowFileDialog(operation, m_doc->ScriptType(), proposal);
     if (name.isEmpty())
         return false;
-    const qint32 type = ScriptTypeOfExtension(name);
-    m_doc->setScriptType(type >= 0 ? type : 7);
+    m_doc->setScriptType(basTimingFile::OpenTypeFromExtension(name));
     m_doc->setFileName(name);
     return true;
 }
@@ -883,59 +873,62 @@ bool frmTiming::askToSave()
     return true;
 }
 
-bool frmTiming::readFile(const QString &fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        MsgBox(QStringLiteral(" 无法打开文件。 ") + fileName);
-        return false;
-    }
-    QByteArray bytes = file.readAll();
-    if (bytes.isEmpty())
-        return false;
-    QString text;
-    const auto b0 = quint8(bytes.at(0));
-    const auto b1 = bytes.size() > 1 ? quint8(bytes.at(1)) : 0;
-    if ((b0 == 0xFF && b1 == 0xFE) || (b0 == 0xFE && b1 == 0xFF)) {
-        QStringDecoder decode(b0 == 0xFF ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE);
-        text = decode(bytes.mid(2));
-    } else {
-        text = DecodeSystemCodePage(bytes);
-    }
-    m_doc->setContent(text);
-    return true;
-}
-
 bool frmTiming::OpenFile(int, const QString &FileName)
 {
     if (!m_doc || !askToSave())
         return false;
     QString name = FileName;
+    qint32 openAs = -1;
     if (name.isEmpty()) {
         if (!(AskFileOptions ? AskFileOptions(*this, 1) : askFileByDialog(1)))
             return false;
         name = m_doc->FileName();
-    } else {
-        const qint32 type = ScriptTypeOfExtension(name);
-        if (type >= 0)
-            m_doc->setScriptType(type);
+        openAs = m_doc->ScriptType();
     }
-    if (!readFile(name))
+    if (basTimingFile::OpenTimingFile(*m_doc, name, openAs) != basTimingFile::OpenResult::Opened)
         return false;
-    if (m_doc->ScriptType() != 7)
-        m_grid->LoadGridFromContent(*m_doc->SSAContent);
     m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);
-    m_doc->setFileName(name);
     updateCaption();
-    if (RecentFile && !name.endsWith(QStringLiteral("\\Init.ass")) && !name.endsWith(QStringLiteral("/Init.ass")))
-        RecentFile->InsertRecentFileList(name, m_doc->ScriptType());
     CSpread &s = m_grid->Spread();
     s.setRow(1);
     s.setCol(CTimingGrid::ColStartTime);
     s.ActivateCell();
     // The timer starts stamping at once.
     spdTiming->setFocus();
+    return true;
+}
+
+bool frmTiming::runFileOption(frmFileOption &dialog, int operation, const std::function<bool()> &show)
+{
+    CFileOptionModel &model = dialog.Model;
+    if (operation == 2) {
+        basTimingFile::PrepareSave(model, *m_doc);
+        model.OpenModeAllowed = true;
+    } else {
+        model.Init();
+        model.ParentWindowType = 0;
+        model.TimingDocument = m_doc;
+        model.FileCode = m_doc->FileCode;
+        model.setDocumentType(m_doc->ScriptType(), m_doc->ScriptSubType());
+        model.setOperation(1);
+        model.SelectFileDialog();
+        if (model.Cancelled)
+            return false;
+    }
+    dialog.Refresh();
+    if (!show() || model.Cancelled)
+        return false;
+    if (operation == 2) {
+        basTimingFile::TakeOverSave(*m_doc, model);
+        return !model.OperateError;
+    }
+    m_doc->setFileName(model.FileName);
+    m_doc->setScriptType(model.ScriptType());
+    m_doc->setScriptSubType(model.ScriptSubType());
+    m_doc->FileCode = model.FileCode;
+    m_doc->TimingOption = model.TimingOption;
+    OpenMode = model.OpenMode;
     return true;
 }
 

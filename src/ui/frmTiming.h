@@ -13,6 +13,7 @@ class CTimePointCapture;
 class CSpreadView;
 class CVelmar;
 class MdiVelmar;
+class frmFileOption;
 class QAction;
 class QComboBox;
 class QLabel;
@@ -68,6 +69,9 @@ public:
     void MainWindow_KaraOKRecordNewLyrics(QObject *form, const QString &text);
     // Selects the translation window in cmbTranslate.
     void TranslateWindow(QObject *form);
+    // Sets the file-option dialog up for an open (1) or a save (2) of this document,
+    // shows it by `show`, and takes its results over; false when cancelled or failed.
+    bool runFileOption(frmFileOption &dialog, int operation, const std::function<bool()> &show);
     // Tool tips and captions that show hot keys, written again after a key changed.
     void applyTips();
     // Lays out the panes for a window of the given height.
@@ -130,7 +134,6 @@ private:
     void playerChosen(int index);
     void translateChosen(int index);
     void updateCaption();
-    bool readFile(const QString &fileName);
     bool askToSave();
     void paintPreview();
     void buildPopup();

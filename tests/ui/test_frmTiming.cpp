@@ -15,11 +15,13 @@
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
 #include "ui/frmCheckTiming.h"
+#include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
 #include "ui/frmTiming.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QFile>
@@ -325,4 +327,44 @@ TEST_F(TimingWindowTest, CheckAndFindWindowsWorkOnTheGridOneEach)
     form->Button(QStringLiteral("Find"))->trigger();
     EXPECT_EQ(form->FindWindow.data(), find);
     EXPECT_EQ(form->findChildren<frmFindSpread *>().size(), 1);
+}
+
+TEST_F(TimingWindowTest, FileOptionDialogShowsItsRulesAndWritesTheSave)
+{
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    frmFileOption dialog(form.get());
+    const QString srt = dir.filePath(QStringLiteral("episode.srt"));
+    bool ok = form->runFileOption(dialog, 2, [&] {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("保存文件选项"));
+        EXPECT_TRUE(dialog.optFileType->button(2)->isChecked());
+        EXPECT_TRUE(dialog.chkTitle->isEnabled());
+        EXPECT_TRUE(dialog.rtfPreview->toPlainText().contains(QStringLiteral(",第二句")));
+
+        dialog.chkDialog->click();
+        EXPECT_FALSE(dialog.chkDialogEffect->isChecked());
+        EXPECT_FALSE(dialog.chkDialogEffect->isEnabled());
+        EXPECT_FALSE(dialog.rtfPreview->toPlainText().contains(QStringLiteral("第二句")));
+        dialog.chkDialog->click();
+
+        dialog.optFileType->button(7)->click();
+        EXPECT_TRUE(dialog.txtFileName->text().endsWith(QStringLiteral("episode.txt")));
+        EXPECT_FALSE(dialog.chkTitle->isEnabled());
+        EXPECT_FALSE(dialog.optFileSubType->button(0)->isEnabled());
+        dialog.optFileType->button(5)->click();
+        EXPECT_TRUE(dialog.optFileSubType->button(0)->isEnabled());
+
+        dialog.optFileType->button(4)->click();
+        dialog.txtFileName->setText(srt);
+        dialog.cmdOK->click();
+        return dialog.result() == QDialog::Accepted;
+    });
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->FileName(), srt);
+    EXPECT_TRUE(read(srt).startsWith(QStringLiteral("1\r\n0")));
+
+    // An open asks for its file first; no name given is a cancel.
+    prompt.FileNames.push_back(QString());
+    frmFileOption openDialog(form.get());
+    EXPECT_FALSE(form->runFileOption(openDialog, 1, [] { return true; }));
 }
