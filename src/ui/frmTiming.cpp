@@ -31,6 +31,8 @@
 #include "ui/frmCheckTiming.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
+#include "ui/frmSliderTime.h"
+#include "timing/CSliderTimeModel.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -269,6 +271,7 @@ void frmTiming::buildBars()
     connect(timPreview, &QTimer::timeout, this, &frmTiming::paintPreview);
     toggle(QStringLiteral("Preview"), QStringLiteral("PREVIEW_BUTTON_TIP_101"), QStringLiteral("预览"),
            [this](bool on) {
+               picPreview->setVisible(on);
                if (on)
                    timPreview->start();
                else
@@ -716,6 +719,21 @@ void frmTiming::paintPreview()
     picPreview->setPixmap(QPixmap::fromImage(m_picture->Image()));
 }
 
+void frmTiming::askReactOffset(bool end)
+{
+    if (!m_capture)
+        return;
+    CSliderTimeModel model;
+    m_capture->PrepareReactOffsetDialog(model, end);
+    if (RunTimeDialog) {
+        RunTimeDialog(model);
+    } else {
+        frmSliderTime dialog(model, this);
+        dialog.exec();
+    }
+    m_capture->TakeReactOffset(model, end);
+}
+
 void frmTiming::detachDocument()
 {
     m_grid->SetPreviewHooks(nullptr);
@@ -753,8 +771,8 @@ void frmTiming::buildPopup()
          [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale23To25); });
     item(scale, "mnuTimingScaleTime25To23", QStringLiteral("25 → 23.976"),
          [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale25To23); });
-    item(mnuPopup, "mnuTimingReactOffsetStart", msg("MENU_TIMING_101"));
-    item(mnuPopup, "mnuTimingReactOffsetEnd", msg("MENU_TIMING_102"));
+    item(mnuPopup, "mnuTimingReactOffsetStart", msg("MENU_TIMING_101"), [this] { askReactOffset(false); });
+    item(mnuPopup, "mnuTimingReactOffsetEnd", msg("MENU_TIMING_102"), [this] { askReactOffset(true); });
     mnuPopup->addSeparator();
     item(mnuPopup, "mnuTimingInsertLine", msg("MENU_TIMING_200"),
          [&g] { basLineOps::InsertRows(g, basLineOps::WholeRows); });

@@ -89,6 +89,8 @@ public:
     // The file-option dialog: runs it for the operation (1 open, 2 save) over this
     // window and its document; false when cancelled. The default one shows frmFileOption.
     std::function<bool(frmTiming &, int operation)> AskFileOptions;
+    // Runs the time value dialog of the reaction offsets; unset: frmSliderTime, modal.
+    std::function<void(class CSliderTimeModel &)> RunTimeDialog;
 
     CSpreadView *spdTiming = nullptr;
     QTextEdit *rtfEdit = nullptr;
@@ -138,6 +140,7 @@ private:
     void paintPreview();
     void buildPopup();
     void detachDocument();
+    void askReactOffset(bool end);
 
     CTiming *m_doc = nullptr;
     std::unique_ptr<CTimingGrid> m_grid;

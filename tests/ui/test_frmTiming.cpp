@@ -11,6 +11,7 @@
 #include "script/CTiming.h"
 #include "script/CTimings.h"
 #include "shell/CHotKeys.h"
+#include "timing/CSliderTimeModel.h"
 #include "timing/CTimingGrid.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
@@ -367,4 +368,18 @@ TEST_F(TimingWindowTest, FileOptionDialogShowsItsRulesAndWritesTheSave)
     prompt.FileNames.push_back(QString());
     frmFileOption openDialog(form.get());
     EXPECT_FALSE(form->runFileOption(openDialog, 1, [] { return true; }));
+}
+
+TEST_F(TimingWindowTest, ReactionOffsetItemsGoThroughTheTimeDialog)
+{
+    double shown = 99;
+    form->RunTimeDialog = [&shown](CSliderTimeModel &model) {
+        shown = model.Value();
+        model.setValue(-0.5);
+        model.OK();
+    };
+    form->mnuPopup->findChild<QAction *>(QStringLiteral("mnuTimingReactOffsetEnd"))->trigger();
+    EXPECT_EQ(shown, 0);
+    EXPECT_EQ(Velmar->Timings()->ReactOffsetEnd(), -0.5);
+    EXPECT_EQ(doc->ReactOffsetEnd, -0.5);
 }
