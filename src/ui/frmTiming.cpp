@@ -439,8 +439,8 @@ void frmTiming::Init(CVelmar *root)
     buildPopup();
     if (CPlayers *players = root->Players())
         for (CPlayer *player : *players)
-            if (player->Window())
-                MainWindow_PlayerCreated(dynamic_cast<QObject *>(player->Window()));
+            if (IPlayerWindow *window = player->Window())
+                addPlayerItem(window->Tag(), window->Caption());
     if (CTranslates *translates = root->Translates())
         for (CTranslate *translate : *translates)
             if (translate->Window())
@@ -576,9 +576,15 @@ void frmTiming::rowHeaderDoubleClicked(int row)
 
 void frmTiming::MainWindow_PlayerCreated(QObject *form)
 {
-    if (!form || IndexOfTag(cmbPlayer, TagOf(form)) >= 0)
+    if (form)
+        addPlayerItem(TagOf(form), NameOf(form));
+}
+
+void frmTiming::addPlayerItem(const QString &tag, const QString &name)
+{
+    if (IndexOfTag(cmbPlayer, tag) >= 0)
         return;
-    cmbPlayer->addItem(NameOf(form), TagOf(form));
+    cmbPlayer->addItem(name, tag);
     UpdateListTag(cmbPlayer);
     if (m_doc && !m_doc->PlayerWindow())
         playerChosen(cmbPlayer->count() - 1);

@@ -134,6 +134,7 @@ private:
     void editorChanged();
     void rowHeaderDoubleClicked(int row);
     void playerChosen(int index);
+    void addPlayerItem(const QString &tag, const QString &name);
     void translateChosen(int index);
     void updateCaption();
     bool askToSave();
