@@ -453,6 +453,35 @@ void frmTiming::Init(CVelmar *root)
     m_doc->setChanged(false);
 }
 
+// ---- auto-save ----------------------------------------------------------------------------
+
+QString frmTiming::Content()
+{
+    return m_doc ? m_doc->Content() : QString();
+}
+
+qint32 frmTiming::ScriptType() const
+{
+    return m_doc ? m_doc->ScriptType() : 0;
+}
+
+void frmTiming::setScriptType(qint32 type)
+{
+    if (m_doc)
+        m_doc->setScriptType(type);
+}
+
+qint32 frmTiming::TimingOption() const
+{
+    return m_doc ? m_doc->TimingOption : 0;
+}
+
+void frmTiming::setTimingOption(qint32 option)
+{
+    if (m_doc)
+        m_doc->TimingOption = option;
+}
+
 // ---- keys ------------------------------------------------------------------------------
 
 bool frmTiming::formKey(int keyCode, bool ctrl)

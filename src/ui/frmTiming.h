@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/IForm.h"
+#include "shell/IAutoSaveDocument.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -27,7 +28,7 @@ class QToolBar;
 // cell, the time-point button, the preview picture and the five bars. Keys of the grid go
 // to the time-point capture first; the form's own keys (save, player commands) are taken
 // before the grid sees them.
-class frmTiming : public QWidget, public IForm
+class frmTiming : public QWidget, public IForm, public IAutoSaveDocument
 {
     Q_OBJECT
 
@@ -56,6 +57,14 @@ public:
     // IForm. OpenType and SaveType are not used by this window.
     bool OpenFile(int OpenType, const QString &FileName) override;
     bool SaveFile(bool SaveAs, int SaveType = 0) override;
+
+    // IAutoSaveDocument: the document's text in its type and options.
+    Kind AutoSaveKind() const override { return Timing; }
+    QString Content() override;
+    qint32 ScriptType() const override;
+    void setScriptType(qint32 type) override;
+    qint32 TimingOption() const override;
+    void setTimingOption(qint32 option) override;
 
     // The main window's events.
     void MainWindow_PlayerCreated(QObject *form);

@@ -265,6 +265,11 @@ TEST_F(TimingWindowTest, TheFrameMakesTimingWindowsThatHearItsPlayers)
     frmTiming::Register(frame);
     auto *made = dynamic_cast<frmTiming *>(frame.NewDocument(0));
     ASSERT_TRUE(made);
+    // The frame's auto-save finds it and reads its script.
+    auto *saved = dynamic_cast<IAutoSaveDocument *>(frame.ActiveDocument());
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->AutoSaveKind(), IAutoSaveDocument::Timing);
+    EXPECT_TRUE(saved->Content().contains(QStringLiteral("[Events]")));
     EXPECT_EQ(frame.ActiveDocument(), made);
     FakePlayerWindow second;
     CFakeMediaControl secondControl;
