@@ -388,3 +388,29 @@ TEST_F(TimingWindowTest, ReactionOffsetItemsGoThroughTheTimeDialog)
     EXPECT_EQ(Velmar->Timings()->ReactOffsetEnd(), -0.5);
     EXPECT_EQ(doc->ReactOffsetEnd, -0.5);
 }
+
+TEST_F(TimingWindowTest, GridViewEditsListCellsWithTheirItemsAndFollowsHiddenColumns)
+{
+    CSpreadView *view = form->spdTiming;
+    EXPECT_TRUE(view->isColumnHidden(CTimingGrid::ColLayer - 1));
+    form->Grid().ShowColumn(CTimingGrid::ColLayer);
+    EXPECT_FALSE(view->isColumnHidden(CTimingGrid::ColLayer - 1));
+
+    activate(CTimingGrid::ColLineType, 1);
+    grid().setEditMode(true);
+    auto *combo = view->findChild<QComboBox *>();
+    ASSERT_TRUE(combo);
+    EXPECT_EQ(combo->count(), CTimingGrid::LineTypeItems().size());
+    combo->setCurrentIndex(1);
+    grid().setEditMode(false);
+    EXPECT_EQ(grid().GetListChoice(CTimingGrid::ColLineType, 1), 1);
+    EXPECT_EQ(cell(CTimingGrid::ColLineType, 1), CTimingGrid::LineTypeItems().at(1));
+
+    // A typed text reaches the cell through the in-place editor.
+    activate(CTimingGrid::ColDialog, 2);
+    grid().setEditMode(true);
+    grid().setSelText(QStringLiteral("打字"));
+    grid().setEditMode(false);
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("打字"));
+    EXPECT_TRUE(doc->Changed());
+}
