@@ -122,8 +122,15 @@ frmTiming::frmTiming(QWidget *parent) : QWidget(parent)
 frmTiming::~frmTiming()
 {
     m_capture.reset();
-    if (m_doc)
+    // A window destroyed without closing (the frame going away) takes its document
+    // along, so that no list keeps a document whose window is gone.
+    if (m_doc) {
         detachDocument();
+        m_doc->TimingWindow = nullptr;
+        if (CTimings *list = m_doc->Parent())
+            list->Delete(QString::number(m_doc->SerialNo()));
+        m_doc = nullptr;
+    }
     if (spdTiming)
         spdTiming->SetSpread(nullptr);
 }
