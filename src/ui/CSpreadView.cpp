@@ -28,6 +28,8 @@ QWidget *CSpreadDelegate::createEditor(QWidget *parent, const QStyleOptionViewIt
     }
     Q_UNUSED(option);
     m_editor = editor;
+    if (EditorOpened)
+        EditorOpened(editor);
     return editor;
 }
 
@@ -76,6 +78,7 @@ void CSpreadDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
 CSpreadView::CSpreadView(QWidget *parent) : QTableView(parent)
 {
     m_delegate = new CSpreadDelegate(this);
+    m_delegate->EditorOpened = [this](QWidget *editor) { emit EditorOpened(editor); };
     setItemDelegate(m_delegate);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed

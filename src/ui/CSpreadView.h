@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <functional>
 
 
 // Draws and edits the cells of a grid: list cells get a drop-down of their items, the
@@ -26,6 +27,8 @@ public:
 
     // The editor open at the moment, if any.
     QWidget *OpenEditor() const { return m_editor; }
+    // Told of each editor made, so that its keys can be watched like the grid's.
+    std::function<void(QWidget *)> EditorOpened;
 
 private:
     mutable QPointer<QWidget> m_editor;
@@ -67,6 +70,8 @@ signals:
     void CellClicked(int col, int row);
     void CellDoubleClicked(int col, int row);
     void EditEnded(int col, int row);
+    // An in-place editor was opened; its key events belong to the grid.
+    void EditorOpened(QWidget *editor);
 
 protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;

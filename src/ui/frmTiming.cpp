@@ -398,6 +398,11 @@ void frmTiming::wireGrid()
     });
     spdTiming->installEventFilter(this);
     rtfEdit->installEventFilter(this);
+    // The grid's in-place editor is part of the grid: the same keys act there.
+    connect(spdTiming, &CSpreadView::EditorOpened, this, [this](QWidget *editor) {
+        editor->installEventFilter(this);
+        editor->setProperty("GridEditor", true);
+    });
 }
 
 void frmTiming::Register(MdiVelmar &frame)
@@ -522,14 +527,16 @@ bool frmTiming::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::KeyPress) {
         if (formKey(key.KeyCode, key.Ctrl))
             return true;
-        if (watched == spdTiming && m_capture) {
+        const bool grid = watched == spdTiming || watched->property("GridEditor").toBool();
+        if (grid && m_capture) {
             const CaptureKeyResult result = m_capture->KeyStroke(key);
             if (result.Yield)
                 QCoreApplication::processEvents();
             if (result.Cancel)
                 return true;
         }
-    } else if (watched == spdTiming && m_capture && !keyEvent->isAutoRepeat()) {
+    } else if ((watched == spdTiming || watched->property("GridEditor").toBool()) && m_capture
+               && !keyEvent->isAutoRepeat()) {
         m_capture->KeyUp(key);
     }
     return QWidget::eventFilter(watched, event);

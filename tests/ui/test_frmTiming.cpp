@@ -410,7 +410,12 @@ TEST_F(TimingWindowTest, GridViewEditsListCellsWithTheirItemsAndFollowsHiddenCol
     activate(CTimingGrid::ColDialog, 2);
     grid().setEditMode(true);
     grid().setSelText(QStringLiteral("打字"));
-    grid().setEditMode(false);
+    // Working keys act in the editor as in the grid: Ctrl+S is the window's, F8 stamps.
+    QWidget *editor = view->findChild<QLineEdit *>();
+    ASSERT_TRUE(editor);
+    control.setPositionDirect(7.0);
+    QTest::keyClick(editor, Qt::Key_F8);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 2), QStringLiteral("0:00:07.00"));
     EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("打字"));
     EXPECT_TRUE(doc->Changed());
 }
