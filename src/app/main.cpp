@@ -4,6 +4,7 @@
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
 #include "ui/frmProject.h"
+#include "ui/frmTiming.h"
 
 #include <QApplication>
 
@@ -22,6 +23,7 @@ int main(int argc, char *argv[])
         prompt.setParentWidget(&frame);
         // The settings store is read here, in its order.
         frame.Init(Velmar);
+        frmTiming::Register(frame);
 
         frmProject project(&frame);
         project.Init(&frame);

@@ -1,0 +1,161 @@
+#pragma once
+
+#include "core/IForm.h"
+#include "shell/IAutoSaveDocument.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class CTiming;
+class CTimingGrid;
+class CTimePointCapture;
+class CSpreadView;
+class CVelmar;
+class MdiVelmar;
+class frmFileOption;
+class QAction;
+class QComboBox;
+class QLabel;
+class QMenu;
+class QPushButton;
+class QTextEdit;
+class QTimer;
+class QToolBar;
+
+// The working window of a timing document: the grid with the text editor of its active
+// cell, the time-point button, the preview picture and the five bars. Keys of the grid go
+// to the time-point capture first; the form's own keys (save, player commands) are taken
+// before the grid sees them.
+class frmTiming : public QWidget, public IForm, public IAutoSaveDocument
+{
+    Q_OBJECT
+
+public:
+    explicit frmTiming(QWidget *parent = nullptr);
+    ~frmTiming() override;
+
+    // Makes timing windows for the frame: each is put into its area, hears the frame's
+    // events and reaches its player commands.
+    static void Register(MdiVelmar &frame);
+
+    // Makes the document in the root's timing list, sets the precision and hands the
+    // grid to the document.
+    void Init(CVelmar *root = nullptr);
+
+    CTiming *Document() const { return m_doc; }
+    CTimingGrid &Grid() { return *m_grid; }
+    CTimePointCapture &Capture() { return *m_capture; }
+    // A button of the bars by its key ("Open", "Check", "KaraOK" ...).
+    QAction *Button(const QString &key) const;
+
+    qint32 TimePrecision = 0;
+    // 0: a loaded file replaces the grid; otherwise its lines go behind the rows.
+    qint32 OpenMode = 0;
+
+    // IForm. OpenType and SaveType are not used by this window.
+    bool OpenFile(int OpenType, const QString &FileName) override;
+    bool SaveFile(bool SaveAs, int SaveType = 0) override;
+
+    // IAutoSaveDocument: the document's text in its type and options.
+    Kind AutoSaveKind() const override { return Timing; }
+    QString Content() override;
+    qint32 ScriptType() const override;
+    void setScriptType(qint32 type) override;
+    qint32 TimingOption() const override;
+    void setTimingOption(qint32 option) override;
+
+    // The main window's events.
+    void MainWindow_PlayerCreated(QObject *form);
+    void MainWindow_PlayerDestroyed(QObject *form);
+    void MainWindow_PlayerNameChanged(QObject *form);
+    void MainWindow_TranslateCreated(QObject *form);
+    void MainWindow_TranslateDestroyed(QObject *form);
+    void MainWindow_TranslateNameChanged(QObject *form);
+    void MainWindow_KaraOKRecordStart(QObject *form);
+    void MainWindow_KaraOKRecordEnd(QObject *form);
+    void MainWindow_KaraOKRecordNewLyrics(QObject *form, const QString &text);
+    // Selects the translation window in cmbTranslate.
+    void TranslateWindow(QObject *form);
+    // Sets the file-option dialog up for an open (1) or a save (2) of this document,
+    // shows it by `show`, and takes its results over; false when cancelled or failed.
+    bool runFileOption(frmFileOption &dialog, int operation, const std::function<bool()> &show);
+    // Tool tips and captions that show hot keys, written again after a key changed.
+    void applyTips();
+    // Lays out the panes for a window of the given height.
+    void InitTimingFormSize(int height);
+
+    // The frame's player commands the form keys reach, and its file commands the Open
+    // menu offers; unset ones do nothing.
+    std::function<void()> PlayBack;
+    std::function<void()> PlayForword;
+    std::function<void()> PlayPause;
+    std::function<void()> OpenTranslate;
+    // Makes the child windows of the Check and Find buttons (nullptr: none).
+    std::function<QWidget *(frmTiming &)> MakeCheckWindow;
+    std::function<QWidget *(frmTiming &)> MakeFindWindow;
+    // The file-option dialog: runs it for the operation (1 open, 2 save) over this
+    // window and its document; false when cancelled. The default one shows frmFileOption.
+    std::function<bool(frmTiming &, int operation)> AskFileOptions;
+    // Runs the time value dialog of the reaction offsets; unset: frmSliderTime, modal.
+    std::function<void(class CSliderTimeModel &)> RunTimeDialog;
+
+    CSpreadView *spdTiming = nullptr;
+    QTextEdit *rtfEdit = nullptr;
+    QTextEdit *rtfShadow = nullptr;
+    QPushButton *cmdInsertTimePoint = nullptr;
+    QLabel *picPreview = nullptr;
+    QToolBar *tlbFile = nullptr;
+    QToolBar *tlbUtility = nullptr;
+    QToolBar *tlbAjust = nullptr;
+    QToolBar *tlbMode = nullptr;
+    QToolBar *cbaTiming = nullptr;
+    QComboBox *cmbPlayer = nullptr;
+    QComboBox *cmbTranslate = nullptr;
+    QTimer *timPreview = nullptr;
+    QMenu *mnuPopup = nullptr;
+
+    // The child windows this window opened (each at most one).
+    QPointer<QWidget> CheckWindow;
+    QPointer<QWidget> FindWindow;
+
+signals:
+    // The window has closed and its document is gone.
+    void Closed(frmTiming *form);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildBars();
+    void buildLayout();
+    void wireGrid();
+    bool askFileByDialog(int operation);
+    QAction *addButton(QToolBar *bar, const QString &key, const QString &tipKey, const QString &text);
+    void openChild(QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make,
+                   const QString &existsText);
+    bool formKey(int keyCode, bool ctrl);
+    void leaveCell(int col, int row, int newCol, int newRow);
+    void refreshEditor(int col, int row);
+    void setEditorText(const QString &text, bool enabled);
+    void editorChanged();
+    void rowHeaderDoubleClicked(int row);
+    void playerChosen(int index);
+    void addPlayerItem(const QString &tag, const QString &name);
+    void translateChosen(int index);
+    void updateCaption();
+    bool askToSave();
+    void paintPreview();
+    void buildPopup();
+    void detachDocument();
+    void askReactOffset(bool end);
+
+    CTiming *m_doc = nullptr;
+    std::unique_ptr<CTimingGrid> m_grid;
+    std::unique_ptr<class CPictureBox> m_picture;
+    std::unique_ptr<CTimePointCapture> m_capture;
+    bool m_editorGuard = false;
+    bool m_closing = false;
+};

@@ -1,0 +1,421 @@
+// The timing window's wiring: keys reach the capture, the editor follows the cell, files
+// go in and out by name, the close question and the one-of-a-kind child windows.
+#include "core/CScriptedPrompt.h"
+#include "core/CVelmar.h"
+#include "core/basMain.h"
+#include "core/basText.h"
+#include "player/CFakeMediaControl.h"
+#include "player/CPlayer.h"
+#include "player/CPlayers.h"
+#include "player/IPlayerWindow.h"
+#include "script/CTiming.h"
+#include "script/CTimings.h"
+#include "shell/CHotKeys.h"
+#include "timing/CSliderTimeModel.h"
+#include "timing/CTimingGrid.h"
+#include "ui/CSpreadView.h"
+#include "ui/MdiVelmar.h"
+#include "ui/frmCheckTiming.h"
+#include "ui/frmFileOption.h"
+#include "ui/frmFindSpread.h"
+#include "ui/frmTiming.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QFile>
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTextEdit>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class FakePlayerWindow : public QObject, public IPlayerWindow
+{
+public:
+    QString Tag() const override { return m_tag; }
+    void setTag(const QString &tag) override { m_tag = tag; }
+    QString Caption() const override { return m_caption; }
+    void setCaption(const QString &caption) override { m_caption = caption; }
+    CPlayer *player() const override { return Velmar->Players()->Item(m_tag); }
+
+private:
+    QString m_tag;
+    QString m_caption;
+};
+
+const char16_t *const ScriptText = u"[Script Info]\r\nScriptType: v4.00+\r\n\r\n"
+                                   u"[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, "
+                                   u"SecondaryColour, OutlineColour, BackColour, Bold, Italic, Underline, "
+                                   u"StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, Outline, Shadow, "
+                                   u"Alignment, MarginL, MarginR, MarginV, Encoding\r\n"
+                                   u"Style: Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,"
+                                   u"0,100,100,0,0.00,1,2,3,2,20,20,25,134\r\n\r\n"
+                                   u"[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, "
+                                   u"MarginV, Effect, Text\r\n"
+                                   u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第一句\r\n"
+                                   u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第二句\r\n"
+                                   u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第三句\r\n";
+
+// A started core with a playing fake film chosen as the player of a new timing window.
+class TimingWindowTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        StartCore();
+        SetPrompt(&prompt);
+        HotKeys->setHOTKEY_TimingTime(118); // F7
+        HotKeys->setHOTKEY_TimingStartTime(119); // F8
+        HotKeys->setHOTKEY_TimingEndTime(120); // F9
+        control.MediaDuration = 600;
+        Velmar->Players()->Create(&playerWindow, &control);
+        control.setPlayStateDirect(3);
+        form = std::make_unique<frmTiming>();
+        form->Init(Velmar);
+        doc = form->Document();
+        scriptPath = dir.filePath(QStringLiteral("episode.ass"));
+        WriteTextFile(scriptPath, QString::fromUtf16(ScriptText), true);
+    }
+    void TearDown() override
+    {
+        prompt.DefaultYesNo = MsgBoxResult::No;
+        prompt.Answers.clear();
+        prompt.Answers.push_back(MsgBoxResult::No);
+        form.reset();
+        SetPrompt(nullptr);
+    }
+
+    CSpread &grid() { return form->Grid().Spread(); }
+    QString cell(int col, int row) { return grid().GetText(col, row); }
+    void activate(int col, int row)
+    {
+        grid().setRow(row);
+        grid().setCol(col);
+        grid().ActivateCell();
+    }
+    void key(Qt::Key k, double at)
+    {
+        control.setPositionDirect(at);
+        QTest::keyClick(form->spdTiming, k);
+    }
+    static QString read(const QString &path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? DecodeWholeFile(f.readAll(), true).Text : QString();
+    }
+
+    QTemporaryDir dir;
+    QString scriptPath;
+    CScriptedPrompt prompt;
+    CFakeMediaControl control;
+    FakePlayerWindow playerWindow;
+    std::unique_ptr<frmTiming> form;
+    CTiming *doc = nullptr;
+};
+
+} // namespace
+
+TEST_F(TimingWindowTest, OpenStampWithKeysAndSaveAsSrtAndAss)
+{
+    ASSERT_EQ(form->cmbPlayer->count(), 1);
+    EXPECT_EQ(doc->PlayerWindow(), &playerWindow);
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    EXPECT_FALSE(doc->Changed());
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("第二句"));
+    EXPECT_TRUE(form->windowTitle().endsWith(scriptPath));
+
+    activate(CTimingGrid::ColStartTime, 1);
+    key(Qt::Key_F8, 1.0);
+    key(Qt::Key_F9, 2.5);
+    // The end key leaves the cursor on the start of the next row: the time-point key
+    // stamps whichever time cell is active.
+    EXPECT_EQ(grid().ActiveRow(), 2);
+    key(Qt::Key_F7, 3.0);
+    key(Qt::Key_F7, 4.25);
+    key(Qt::Key_F8, 5.0);
+    key(Qt::Key_F9, 6.0);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), QStringLiteral("0:00:01.00"));
+    EXPECT_EQ(cell(CTimingGrid::ColEndTime, 1), QStringLiteral("0:00:02.50"));
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 2), QStringLiteral("0:00:03.00"));
+    EXPECT_EQ(cell(CTimingGrid::ColEndTime, 2), QStringLiteral("0:00:04.25"));
+    EXPECT_EQ(cell(CTimingGrid::ColEndTime, 3), QStringLiteral("0:00:06.00"));
+    EXPECT_TRUE(doc->Changed());
+
+    const QString srt = dir.filePath(QStringLiteral("episode.srt"));
+    doc->setFileName(srt);
+    doc->setScriptType(4);
+    ASSERT_TRUE(form->SaveFile(false));
+    EXPECT_FALSE(doc->Changed());
+    EXPECT_EQ(read(srt), QStringLiteral("1\r\n00:00:01,000 --> 00:00:02,500\r\n第一句\r\n\r\n"
+                                        "2\r\n00:00:03,000 --> 00:00:04,250\r\n第二句\r\n\r\n"
+                                        "3\r\n00:00:05,000 --> 00:00:06,000\r\n第三句\r\n\r\n"));
+
+    const QString ass = dir.filePath(QStringLiteral("out.ass"));
+    doc->setFileName(ass);
+    doc->setScriptType(2);
+    // Ctrl+S is the window's own key: the grid never sees it.
+    QTest::keyClick(form->spdTiming, Qt::Key_S, Qt::ControlModifier);
+    const QString written = read(ass);
+    EXPECT_TRUE(written.contains(QRegularExpression(
+        QStringLiteral("Dialogue: 0,0:00:01.00,0:00:02.50,\\*?Default,,0000,0000,0000,,第一句\r\n"))));
+    EXPECT_TRUE(written.contains(QRegularExpression(
+        QStringLiteral("Dialogue: 0,0:00:05.00,0:00:06.00,\\*?Default,,0000,0000,0000,,第三句\r\n"))));
+    EXPECT_TRUE(written.contains(QStringLiteral("[Script Info]")));
+}
+
+TEST_F(TimingWindowTest, EditorFollowsTheActiveCellAndWritesBack)
+{
+    grid().SetText(CTimingGrid::ColDialog, 1, QStringLiteral("上\\N下"));
+    activate(CTimingGrid::ColDialog, 1);
+    EXPECT_TRUE(form->rtfEdit->isEnabled());
+    EXPECT_EQ(form->rtfEdit->toPlainText(), QStringLiteral("上\n下"));
+    EXPECT_FALSE(doc->Changed());
+
+    form->rtfEdit->setPlainText(QStringLiteral("一\n二"));
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 1), QStringLiteral("一\\N二"));
+    EXPECT_EQ(form->rtfShadow->toPlainText(), QStringLiteral("一\n二"));
+
+    activate(CTimingGrid::ColStartTime, 1);
+    form->rtfEdit->setPlainText(QStringLiteral(" 0:00:01.00\n"));
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), QStringLiteral("0:00:01.00"));
+
+    activate(CTimingGrid::ColStyle, 1);
+    EXPECT_FALSE(form->rtfEdit->isEnabled());
+    EXPECT_TRUE(form->rtfEdit->toPlainText().isEmpty());
+
+    // Moving onto the last row makes a new one behind it.
+    const int rows = grid().MaxRows();
+    activate(CTimingGrid::ColDialog, rows);
+    EXPECT_EQ(grid().MaxRows(), rows + 1);
+}
+
+TEST_F(TimingWindowTest, RowHeaderDoubleClickTogglesTheChangedMark)
+{
+    emit form->spdTiming->RowHeaderDoubleClicked(2);
+    EXPECT_TRUE(form->Grid().RowChanged(2));
+    EXPECT_EQ(grid().GetForeColor(CTimingGrid::ColDialog, 2), CTimingGrid::ChangedForeColor);
+    emit form->spdTiming->RowHeaderDoubleClicked(2);
+    EXPECT_FALSE(form->Grid().RowChanged(2));
+}
+
+TEST_F(TimingWindowTest, OpeningOverChangesAndClosingAskFirst)
+{
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    grid().SetText(CTimingGrid::ColDialog, 1, QStringLiteral("改过"));
+    doc->setChanged(true);
+    prompt.Answers.push_back(MsgBoxResult::Cancel);
+    EXPECT_FALSE(form->OpenFile(0, scriptPath));
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 1), QStringLiteral("改过"));
+
+    // A missing file: the message, the document as it was.
+    prompt.Answers.push_back(MsgBoxResult::No);
+    EXPECT_FALSE(form->OpenFile(0, dir.filePath(QStringLiteral("none.ass"))));
+    EXPECT_TRUE(prompt.Records.last().Prompt.startsWith(QStringLiteral(" 无法打开文件。 ")));
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 1), QStringLiteral("改过"));
+
+    QWidget *check = nullptr;
+    form->MakeCheckWindow = [&check](frmTiming &) { return check = new QWidget; };
+    form->Button(QStringLiteral("Check"))->trigger();
+    form->Button(QStringLiteral("Check"))->trigger();
+    EXPECT_EQ(prompt.Records.last().Prompt, QStringLiteral("检查时间轴窗口已经存在"));
+    ASSERT_TRUE(check);
+    check->setAttribute(Qt::WA_DeleteOnClose);
+
+    const qsizetype open = Velmar->Timings()->Count();
+    doc->setChanged(true);
+    prompt.Answers.push_back(MsgBoxResult::Cancel);
+    EXPECT_FALSE(form->close());
+    EXPECT_EQ(Velmar->Timings()->Count(), open);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(form->CheckWindow.isNull()); // closed before the question, and stays closed
+
+    prompt.Answers.push_back(MsgBoxResult::No);
+    EXPECT_TRUE(form->close());
+    EXPECT_EQ(Velmar->Timings()->Count(), open - 1);
+    EXPECT_EQ(form->Document(), nullptr);
+}
+
+TEST_F(TimingWindowTest, ButtonsCarryTheirTipsAndTheKaraokeNeedsATranslation)
+{
+    EXPECT_EQ(form->Button(QStringLiteral("Open"))->toolTip(), QStringLiteral("打开文件"));
+    EXPECT_EQ(form->Button(QStringLiteral("Check"))->toolTip(), QStringLiteral("检查时间轴"));
+    EXPECT_TRUE(form->Button(QStringLiteral("TimeOffsetForword"))->toolTip().contains(QStringLiteral("+0.1")));
+    EXPECT_TRUE(form->cmdInsertTimePoint->text().contains(QStringLiteral("F7")));
+    EXPECT_FALSE(form->Button(QStringLiteral("KaraOK"))->isEnabled());
+    form->Button(QStringLiteral("Preview"))->trigger();
+    EXPECT_TRUE(form->timPreview->isActive());
+    EXPECT_EQ(form->timPreview->interval(), 100);
+    form->Button(QStringLiteral("StepPause"))->trigger();
+    EXPECT_TRUE(doc->StepPause);
+}
+
+TEST_F(TimingWindowTest, TheFrameMakesTimingWindowsThatHearItsPlayers)
+{
+    MdiVelmar frame;
+    frame.Init(Velmar);
+    frmTiming::Register(frame);
+    auto *made = dynamic_cast<frmTiming *>(frame.NewDocument(0));
+    ASSERT_TRUE(made);
+    // The frame's auto-save finds it and reads its script.
+    auto *saved = dynamic_cast<IAutoSaveDocument *>(frame.ActiveDocument());
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->AutoSaveKind(), IAutoSaveDocument::Timing);
+    EXPECT_TRUE(saved->Content().contains(QStringLiteral("[Events]")));
+    EXPECT_EQ(frame.ActiveDocument(), made);
+    FakePlayerWindow second;
+    CFakeMediaControl secondControl;
+    Velmar->Players()->Create(&second, &secondControl);
+    frame.OpenPlayer(&second);
+    EXPECT_EQ(made->cmbPlayer->count(), 2);
+    frame.ClosePlayer(&playerWindow);
+    EXPECT_EQ(made->cmbPlayer->count(), 1);
+    EXPECT_EQ(made->Document()->PlayerWindow(), nullptr);
+    made->Document()->setChanged(false);
+}
+
+TEST_F(TimingWindowTest, PopupMenuFollowsTheSelection)
+{
+    grid().SetSelection({ CSpreadBlock { 1, 3, 2, 3 } });
+    emit form->mnuPopup->aboutToShow();
+    auto action = [this](const char *name) { return form->mnuPopup->findChild<QAction *>(QString::fromLatin1(name)); };
+    EXPECT_TRUE(action("mnuTimingAjustTime")->isEnabled());
+    EXPECT_TRUE(action("mnuTimingInsertLine")->isEnabled());
+    EXPECT_TRUE(action("mnuTimingIncreace")->isEnabled());
+    grid().SetSelection({ CSpreadBlock { 1, 15, 1, 15 }, CSpreadBlock { 3, 15, 3, 15 } });
+    emit form->mnuPopup->aboutToShow();
+    EXPECT_FALSE(action("mnuTimingAjustTime")->isEnabled());
+    EXPECT_FALSE(action("mnuTimingDeleteTimeLine")->isEnabled());
+    EXPECT_TRUE(action("mnuTimingEffect")->isEnabled());
+}
+
+TEST_F(TimingWindowTest, CheckAndFindWindowsWorkOnTheGridOneEach)
+{
+    auto row = [this](int r, const char *start, const char *end, const QString &text) {
+        grid().SetText(CTimingGrid::ColStartTime, r, QString::fromLatin1(start));
+        grid().SetText(CTimingGrid::ColEndTime, r, QString::fromLatin1(end));
+        grid().SetText(CTimingGrid::ColDialog, r, text);
+        form->Grid().TellPreview(-1, r);
+    };
+    while (grid().MaxRows() < 4)
+        form->Grid().AppendRow();
+    row(1, "0:00:01.00", "0:00:02.00", QStringLiteral("好的"));
+    row(2, "0:00:05.00", "0:00:04.00", QStringLiteral("倒了"));
+    form->Button(QStringLiteral("Check"))->trigger();
+    auto *check = qobject_cast<frmCheckTiming *>(form->CheckWindow.data());
+    ASSERT_TRUE(check);
+    check->chkDialogLength->setChecked(false);
+    check->chkShortTime->setChecked(false);
+    check->cmdCheck->click();
+    CSpread &faults = check->Check()->spdErr();
+    ASSERT_EQ(faults.MaxRows(), 1);
+    EXPECT_EQ(faults.GetText(2, 1), QStringLiteral("2"));
+    emit check->spdErr->CellClicked(2, 1);
+    EXPECT_EQ(grid().ActiveRow(), 2);
+
+    form->Button(QStringLiteral("Find"))->trigger();
+    auto *find = qobject_cast<frmFindSpread *>(form->FindWindow.data());
+    ASSERT_TRUE(find);
+    EXPECT_FALSE(find->cmdFind->isEnabled());
+    find->txtFind->setText(QStringLiteral("好"));
+    EXPECT_TRUE(find->cmdFind->isEnabled());
+    activate(CTimingGrid::ColDialog, 2);
+    find->cmdFind->click();
+    EXPECT_EQ(grid().ActiveRow(), 1); // wrapped round to the top
+    form->Button(QStringLiteral("Find"))->trigger();
+    EXPECT_EQ(form->FindWindow.data(), find);
+    EXPECT_EQ(form->findChildren<frmFindSpread *>().size(), 1);
+}
+
+TEST_F(TimingWindowTest, FileOptionDialogShowsItsRulesAndWritesTheSave)
+{
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    frmFileOption dialog(form.get());
+    const QString srt = dir.filePath(QStringLiteral("episode.srt"));
+    bool ok = form->runFileOption(dialog, 2, [&] {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("保存文件选项"));
+        EXPECT_TRUE(dialog.optFileType->button(2)->isChecked());
+        EXPECT_TRUE(dialog.chkTitle->isEnabled());
+        EXPECT_TRUE(dialog.rtfPreview->toPlainText().contains(QStringLiteral(",第二句")));
+
+        dialog.chkDialog->click();
+        EXPECT_FALSE(dialog.chkDialogEffect->isChecked());
+        EXPECT_FALSE(dialog.chkDialogEffect->isEnabled());
+        EXPECT_FALSE(dialog.rtfPreview->toPlainText().contains(QStringLiteral("第二句")));
+        dialog.chkDialog->click();
+
+        dialog.optFileType->button(7)->click();
+        EXPECT_TRUE(dialog.txtFileName->text().endsWith(QStringLiteral("episode.txt")));
+        EXPECT_FALSE(dialog.chkTitle->isEnabled());
+        EXPECT_FALSE(dialog.optFileSubType->button(0)->isEnabled());
+        dialog.optFileType->button(5)->click();
+        EXPECT_TRUE(dialog.optFileSubType->button(0)->isEnabled());
+
+        dialog.optFileType->button(4)->click();
+        dialog.txtFileName->setText(srt);
+        dialog.cmdOK->click();
+        return dialog.result() == QDialog::Accepted;
+    });
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->FileName(), srt);
+    EXPECT_TRUE(read(srt).startsWith(QStringLiteral("1\r\n0")));
+
+    // An open asks for its file first; no name given is a cancel.
+    prompt.FileNames.push_back(QString());
+    frmFileOption openDialog(form.get());
+    EXPECT_FALSE(form->runFileOption(openDialog, 1, [] { return true; }));
+}
+
+TEST_F(TimingWindowTest, ReactionOffsetItemsGoThroughTheTimeDialog)
+{
+    double shown = 99;
+    form->RunTimeDialog = [&shown](CSliderTimeModel &model) {
+        shown = model.Value();
+        model.setValue(-0.5);
+        model.OK();
+    };
+    form->mnuPopup->findChild<QAction *>(QStringLiteral("mnuTimingReactOffsetEnd"))->trigger();
+    EXPECT_EQ(shown, 0);
+    EXPECT_EQ(Velmar->Timings()->ReactOffsetEnd(), -0.5);
+    EXPECT_EQ(doc->ReactOffsetEnd, -0.5);
+}
+
+TEST_F(TimingWindowTest, GridViewEditsListCellsWithTheirItemsAndFollowsHiddenColumns)
+{
+    CSpreadView *view = form->spdTiming;
+    EXPECT_TRUE(view->isColumnHidden(CTimingGrid::ColLayer - 1));
+    form->Grid().ShowColumn(CTimingGrid::ColLayer);
+    EXPECT_FALSE(view->isColumnHidden(CTimingGrid::ColLayer - 1));
+
+    activate(CTimingGrid::ColLineType, 1);
+    grid().setEditMode(true);
+    auto *combo = view->findChild<QComboBox *>();
+    ASSERT_TRUE(combo);
+    EXPECT_EQ(combo->count(), CTimingGrid::LineTypeItems().size());
+    combo->setCurrentIndex(1);
+    grid().setEditMode(false);
+    EXPECT_EQ(grid().GetListChoice(CTimingGrid::ColLineType, 1), 1);
+    EXPECT_EQ(cell(CTimingGrid::ColLineType, 1), CTimingGrid::LineTypeItems().at(1));
+
+    // A typed text reaches the cell through the in-place editor.
+    activate(CTimingGrid::ColDialog, 2);
+    grid().setEditMode(true);
+    grid().setSelText(QStringLiteral("打字"));
+    // Working keys act in the editor as in the grid: Ctrl+S is the window's, F8 stamps.
+    QWidget *editor = view->findChild<QLineEdit *>();
+    ASSERT_TRUE(editor);
+    control.setPositionDirect(7.0);
+    QTest::keyClick(editor, Qt::Key_F8);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 2), QStringLiteral("0:00:07.00"));
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("打字"));
+    EXPECT_TRUE(doc->Changed());
+}
