@@ -24,6 +24,10 @@ QString ColourToHex(qint64 colour, std::optional<qint64> alpha = std::nullopt);
 // The names of the hot keys: "F1".."F12", "Enter", arrows, "A".."Z", else "Undefined".
 QString KeyCodeToName(int code);
 int KeyNameToCode(QStringView name);
+// The key code of a Qt key (Qt::Key) in the same numbering: F1 to F12 are 112 to 123,
+// letters and digits their characters, Enter 13, the arrows 37 to 40, Delete 46; the
+// "." key is 190, never 46. 0 for keys without a code.
+int KeyCodeOfQtKey(int qtKey);
 
 // Event line types 0..5: Dialogue, Comment, Picture, Sound, Movie, Command.
 QString LineTypeName(int type);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/basTime.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -18,7 +20,3 @@ QString StatusPanelText(const QString &key, const CHotKeys &keys, double backSte
 QString StepDialogTitle(bool back);
 QString StepDialogDescription(bool back);
 
-// The key code of a Qt key (Qt::Key), as the hot keys store it: F1 to F12 are 112 to
-// 123, letters their capitals, digits their characters, Enter 13, the arrows 37 to 40.
-// 0 for keys without a code.
-int KeyCodeOfQtKey(int qtKey);

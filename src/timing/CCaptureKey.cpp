@@ -11,50 +11,6 @@ namespace {
 // Key down code of the Delete key; as a key press character the same code is ".".
 constexpr int kDeleteCode = 46;
 
-int CodeOfQtKey(int qtKey)
-{
-    if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
-        return qtKey; // the same numbers in both tables
-    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F12)
-        return 112 + (qtKey - Qt::Key_F1);
-    switch (qtKey) {
-    case Qt::Key_Backspace:
-        return 8;
-    case Qt::Key_Tab:
-        return 9;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return 13;
-    case Qt::Key_Escape:
-        return 27;
-    case Qt::Key_Space:
-        return 32;
-    case Qt::Key_PageUp:
-        return 33;
-    case Qt::Key_PageDown:
-        return 34;
-    case Qt::Key_End:
-        return 35;
-    case Qt::Key_Home:
-        return 36;
-    case Qt::Key_Left:
-        return 37;
-    case Qt::Key_Up:
-        return 38;
-    case Qt::Key_Right:
-        return 39;
-    case Qt::Key_Down:
-        return 40;
-    case Qt::Key_Insert:
-        return 45;
-    case Qt::Key_Delete:
-        return kDeleteCode;
-    case Qt::Key_Period:
-        return 190; // never 46: that code is the Delete key
-    default:
-        return 0;
-    }
-}
 
 // The comparison order of both tables, before the Delete/"." code and the refresh key.
 CaptureAction MatchWorkingKeys(const CHotKeys &keys, int code)
@@ -86,7 +42,7 @@ QString WithKeyName(const char *key, qint16 code)
 CCaptureKey CCaptureKey::FromQt(int qtKey, Qt::KeyboardModifiers modifiers, const QString &text)
 {
     CCaptureKey key;
-    key.KeyCode = CodeOfQtKey(qtKey);
+    key.KeyCode = KeyCodeOfQtKey(qtKey);
     // The Delete key brings no character, whatever the platform puts in the text.
     if (!text.isEmpty() && qtKey != Qt::Key_Delete && text.at(0).unicode() != 0x7F)
         key.Char = text.at(0).unicode();
