@@ -1,7 +1,7 @@
 #include "pages/CPictureBox.h"
 #include "pages/basBitmap.h"
 
-#include "QtPrinters.h"
+#include "PageTestSupport.h"
 
 #include <QFile>
 #include <QTemporaryDir>
