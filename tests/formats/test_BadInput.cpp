@@ -92,19 +92,6 @@ TEST_F(BadInput, EmptyAndBlankTexts)
     EXPECT_TRUE(prompt.Records.isEmpty());
 }
 
-TEST_F(BadInput, HundredThousandLinesFaultAsOverflowInEveryReader)
-{
-    const QString text = QStringLiteral("1\t\t00:00:01:00\t00:00:02:00\ta\r\n").repeated(100000);
-    readAll(text);
-    EXPECT_EQ(srt.Count() + lrc->Count() + smp->Count() + sst->Count(), 0);
-    QStringList expected;
-    for (const char *key : { "TIMING_ERR_118", "TIMING_ERR_116", "TIMING_ERR_117", "TIMING_ERR_119" })
-        expected << fault(key, "Overflow");
-    QStringList shown = prompt.Messages();
-    shown.removeAll(Msg("TIMING_ERR_104"));
-    EXPECT_EQ(shown, expected);
-}
-
 TEST_F(BadInput, TagsWithoutClosingBracket)
 {
     smi.setContent(

@@ -5,7 +5,7 @@
 #include "script/CTiming.h"
 #include "script/ITimingGrid.h"
 
-#include "QtPrinters.h"
+#include "PageTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -36,15 +36,6 @@ struct FakeGrid : ITimingGrid
     void FillTextColumn(const QStringList &) override { }
     QString TextColumn() const override { return {}; }
 };
-
-bool hasColour(const QImage &image, QRgb colour)
-{
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if ((image.pixel(x, y) & 0xFFFFFF) == colour)
-                return true;
-    return false;
-}
 
 class PicPreviewModel : public ::testing::Test
 {
@@ -81,7 +72,7 @@ TEST_F(PicPreviewModel, LoadingListsAndDrawsThePages)
     EXPECT_EQ(model.PageList().GetText(2, 2), QStringLiteral("00:00:03:00"));
     // the first page stands on the box, in white for lines without a style of their own
     EXPECT_EQ(model.Pages().At(0)->Dialog(), QStringLiteral("A"));
-    EXPECT_TRUE(hasColour(model.Picture().Image(), 0xFFFFFF));
+    EXPECT_GT(countColour(model.Picture().Image(), 0xFFFFFF), 0);
     model.PageListClicked(3);
     EXPECT_EQ(model.Pages().At(2)->Dialog(), QStringLiteral("B"));
 }

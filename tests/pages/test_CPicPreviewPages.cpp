@@ -9,7 +9,7 @@
 #include "script/CSSAContent.h"
 #include "timing/CSpread.h"
 
-#include "QtPrinters.h"
+#include "PageTestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,11 +19,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-double t(const char16_t *text)
-{
-    return StringToTime(text);
-}
 
 struct Timed
 {

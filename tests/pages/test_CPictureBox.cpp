@@ -1,18 +1,9 @@
+#include "PageTestSupport.h"
 #include "pages/CPictureBox.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-int countColour(const QImage &image, QRgb colour)
-{
-    int n = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            if ((image.pixel(x, y) | 0xFF000000u) == (colour | 0xFF000000u))
-                ++n;
-    return n;
-}
 
 QImage printed(const QString &text)
 {

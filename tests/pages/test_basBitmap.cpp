@@ -1,7 +1,7 @@
 #include "pages/CPictureBox.h"
 #include "pages/basBitmap.h"
 
-#include "QtPrinters.h"
+#include "PageTestSupport.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -93,17 +93,12 @@ TEST(BitmapHeaders, RowSizeRule)
 
 TEST(BitmapColours, NearestOfTheSixteen)
 {
-    EXPECT_EQ(NearestColourIndex(qRgb(255, 255, 255)), 15);
-    EXPECT_EQ(NearestColourIndex(qRgb(0, 0, 0)), 0);
-    EXPECT_EQ(NearestColourIndex(qRgb(128, 128, 128)), 8);
-    EXPECT_EQ(NearestColourIndex(qRgb(192, 192, 192)), 7);
-    // pure red, green and blue land on the entries that a reader shows in those colours
-    EXPECT_EQ(NearestColourIndex(qRgb(255, 0, 0)), 9);
-    EXPECT_EQ(NearestColourIndex(qRgb(0, 255, 0)), 10);
-    EXPECT_EQ(NearestColourIndex(qRgb(0, 0, 255)), 12);
-    EXPECT_EQ(NearestColourIndex(qRgb(250, 250, 10)), 11);
-    EXPECT_EQ(NearestColourIndex(qRgb(20, 10, 10)), 0);
-    EXPECT_EQ(NearestColourIndex(qRgb(240, 240, 240)), 15);
+    // Pure red, green and blue land on the entries that a reader shows in those colours.
+    const std::pair<QRgb, int> cases[] = { { qRgb(255, 255, 255), 15 }, { qRgb(0, 0, 0), 0 },
+        { qRgb(128, 128, 128), 8 }, { qRgb(192, 192, 192), 7 }, { qRgb(255, 0, 0), 9 }, { qRgb(0, 255, 0), 10 },
+        { qRgb(0, 0, 255), 12 }, { qRgb(250, 250, 10), 11 }, { qRgb(20, 10, 10), 0 }, { qRgb(240, 240, 240), 15 } };
+    for (const auto &[colour, index] : cases)
+        EXPECT_EQ(NearestColourIndex(colour), index) << std::hex << colour;
 }
 
 TEST(BitmapPixels, FirstStoredRowIsTheBottomOfThePicture)

@@ -2,7 +2,7 @@
 #include "core/basTime.h"
 #include "pages/basPageCut.h"
 
-#include "QtPrinters.h"
+#include "PageTestSupport.h"
 
 #include <QRandomGenerator>
 
@@ -66,11 +66,6 @@ QList<CPageCut> cutStepByStep(const Lines &script)
         pages.append(page);
     }
     return pages;
-}
-
-double t(const char16_t *text)
-{
-    return StringToTime(text);
 }
 
 } // namespace

@@ -102,22 +102,20 @@ protected:
 
 TEST(PreviewDialog, BreaksBlanksAndOverrideBlocks)
 {
-    EXPECT_EQ(
-        CPreviewLine::CleanDialog(QStringLiteral("{\\fad(100,100)}abc\\Ndef")), QStringLiteral("abc\r\ndef"));
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a\\nb\\hc")), QStringLiteral("a\r\nb c"));
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("abc{\\b1")), QStringLiteral("abc"));
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("{\\b1}a{\\i1}b{\\b0\\i0}c")), QStringLiteral("abc"));
-    // A brace without a backslash is text; so is a closing brace on its own.
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("{note} x}")), QStringLiteral("{note} x}"));
-    // The closing brace is looked for only behind the backslash.
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a{\\}b")), QStringLiteral("ab"));
-    // A backslash joined to a letter by removing a block becomes a blank.
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("x\\{\\b1}Ny")), QStringLiteral("x y"));
-    // A doubled backslash: the second one starts the escape.
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a\\\\Nb\\")), QStringLiteral("a\\\r\nb\\"));
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("plain")), QStringLiteral("plain"));
-    // Lower and upper case are different escapes: "\H" stays.
-    EXPECT_EQ(CPreviewLine::CleanDialog(QStringLiteral("a\\Hb")), QStringLiteral("a\\Hb"));
+    const std::pair<const char *, const char *> cases[] = {
+        { "{\\fad(100,100)}abc\\Ndef", "abc\r\ndef" },
+        { "a\\nb\\hc", "a\r\nb c" },
+        { "abc{\\b1", "abc" },
+        { "{\\b1}a{\\i1}b{\\b0\\i0}c", "abc" },
+        { "{note} x}", "{note} x}" }, // a brace without a backslash is text, a lone closing one too
+        { "a{\\}b", "ab" }, // the closing brace is looked for only behind the backslash
+        { "x\\{\\b1}Ny", "x y" }, // a backslash joined to a letter by removing a block: a blank
+        { "a\\\\Nb\\", "a\\\r\nb\\" }, // a doubled backslash: the second one starts the escape
+        { "plain", "plain" },
+        { "a\\Hb", "a\\Hb" }, // lower and upper case are different escapes: "\H" stays
+    };
+    for (const auto &[dialog, shown] : cases)
+        EXPECT_EQ(CPreviewLine::CleanDialog(QString::fromLatin1(dialog)), QString::fromLatin1(shown)) << dialog;
 }
 
 // ---- lines kept in step with the grid ---------------------------------------------------
@@ -138,7 +136,7 @@ TEST_F(PreviewTest, EveryRowHasALineKeyedBySerialNumber)
     EXPECT_FALSE(preview.Exists(QString::number(serial)));
 
     // A new document empties the preview and makes the lines of its two rows again.
-    SetRow(5, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:02.00"), QStringLiteral("x"));
+    SetRow(5, "0:00:01.00", "0:00:02.00", "x");
     grid.ResetGrid();
     EXPECT_EQ(preview.Count(), 2);
     EXPECT_NE(LineOf(1), nullptr);
@@ -197,8 +195,8 @@ TEST_F(PreviewTest, TellingRaisesChangedAndKeepsTheCurrentCell)
 
 TEST_F(PreviewTest, LineFollowsItsRowThroughMoves)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:02.00"), QStringLiteral("first"));
-    SetRow(2, QStringLiteral("0:00:03.00"), QStringLiteral("0:00:04.00"), QStringLiteral("second"));
+    SetRow(1, "0:00:01.00", "0:00:02.00", "first");
+    SetRow(2, "0:00:03.00", "0:00:04.00", "second");
     CPreviewLine *first = LineOf(1);
     CPreviewLine *second = LineOf(2);
 
@@ -269,7 +267,7 @@ TEST(PreviewOwner, TimingDocumentOwnsItsPreview)
 
 TEST_F(PreviewTest, LineIsShownOnlyStrictlyInsideItsSpan)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:03.00"), QStringLiteral("abc"));
+    SetRow(1, "0:00:01.00", "0:00:03.00", "abc");
     CPreviewLine *line = LineOf(1);
 
     preview.Refresh(1.0);
@@ -298,8 +296,8 @@ TEST_F(PreviewTest, LineIsShownOnlyStrictlyInsideItsSpan)
 
 TEST_F(PreviewTest, LineWithoutASpanIsNeverShown)
 {
-    SetRow(1, QStringLiteral("0:00:02.00"), QStringLiteral("0:00:02.00"), QStringLiteral("equal"));
-    SetRow(2, QStringLiteral("0:00:05.00"), QStringLiteral("0:00:01.00"), QStringLiteral("reversed"));
+    SetRow(1, "0:00:02.00", "0:00:02.00", "equal");
+    SetRow(2, "0:00:05.00", "0:00:01.00", "reversed");
     for (double t : { 0.0, 1.0, 2.0, 3.0, 5.0, 6.0 }) {
         preview.Refresh(t);
         EXPECT_FALSE(LineOf(1)->Shown()) << t;
@@ -310,8 +308,7 @@ TEST_F(PreviewTest, LineWithoutASpanIsNeverShown)
 
 TEST_F(PreviewTest, BlockIsCentredOnTheBottomEdgeOneTextLineAPart)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:03.00"),
-        QStringLiteral("{\\fad(100,100)}abc\\Ndef"));
+    SetRow(1, "0:00:01.00", "0:00:03.00", "{\\fad(100,100)}abc\\Ndef");
     preview.Refresh(2);
     const QImage image = box.Image();
     const QList<QPair<int, int>> bands = InkBands(image, Black());
@@ -334,7 +331,7 @@ TEST_F(PreviewTest, BlockIsCentredOnTheBottomEdgeOneTextLineAPart)
 
 TEST_F(PreviewTest, StyleGivesTheColour)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:03.00"), QStringLiteral("XYZ"));
+    SetRow(1, "0:00:01.00", "0:00:03.00", "XYZ");
     CFont font;
     font.Init(QStringLiteral("Red"));
     font.setFontName(QStringLiteral("Arial"));
@@ -353,8 +350,8 @@ TEST_F(PreviewTest, StyleGivesTheColour)
 
 TEST_F(PreviewTest, OverlappingLinesPrintAtTheSameBottomPosition)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:05.00"), QStringLiteral("BB"));
-    SetRow(2, QStringLiteral("0:00:02.00"), QStringLiteral("0:00:04.00"), QStringLiteral("AAAA"));
+    SetRow(1, "0:00:01.00", "0:00:05.00", "BB");
+    SetRow(2, "0:00:02.00", "0:00:04.00", "AAAA");
     preview.Refresh(1.5);
     const QImage first = box.Image();
     const QList<QPair<int, int>> alone = InkBands(first, Black());
@@ -380,7 +377,7 @@ TEST_F(PreviewTest, OverlappingLinesPrintAtTheSameBottomPosition)
 
 TEST_F(PreviewTest, ClearAllErasesThePicture)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:04.00"), QStringLiteral("text"));
+    SetRow(1, "0:00:01.00", "0:00:04.00", "text");
     preview.Refresh(2);
     preview.ClearAllPreview();
     EXPECT_EQ(Ink(box.Image(), Black()), QRect());
@@ -391,7 +388,7 @@ TEST_F(PreviewTest, ClearAllErasesThePicture)
 
 TEST_F(PreviewTest, EditingAShownLineWipesItFirst)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:04.00"), QStringLiteral("before"));
+    SetRow(1, "0:00:01.00", "0:00:04.00", "before");
     preview.Refresh(2);
     grid.Spread().SetText(TG::ColDialog, 1, QStringLiteral("after"));
     grid.TellPreview(TG::ColDialog, 1);
@@ -401,7 +398,7 @@ TEST_F(PreviewTest, EditingAShownLineWipesItFirst)
 
 TEST_F(PreviewTest, NoPictureOrNoGridDoesNothing)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:04.00"), QStringLiteral("x"));
+    SetRow(1, "0:00:01.00", "0:00:04.00", "x");
     preview.setPicture(nullptr);
     preview.Refresh(2);
     preview.ClearAllPreview();
@@ -418,7 +415,7 @@ TEST_F(PreviewTest, NoPictureOrNoGridDoesNothing)
 
 TEST_F(PreviewTest, TickReadsThePlayersPositionWhenThereIsOne)
 {
-    SetRow(1, QStringLiteral("0:00:01.00"), QStringLiteral("0:00:04.00"), QStringLiteral("x"));
+    SetRow(1, "0:00:01.00", "0:00:04.00", "x");
     FakePlayerWindow window;
     preview.Tick(nullptr);
     preview.Tick(&window); // the window has lost its player

@@ -134,19 +134,19 @@ TEST_F(SubInfoTest, ClearKeepsSizeAndOtherHeads)
 
 TEST_F(SubInfoTest, NamesAndTheirFault)
 {
-    info->setScriptType(1);
-    EXPECT_EQ(info->ScriptTypeName(), QStringLiteral("SSA V4.00"));
-    info->setScriptType(2);
-    EXPECT_EQ(info->ScriptTypeName(), QStringLiteral("AAS V4.00+"));
-    info->setScriptType(3);
-    EXPECT_EQ(info->ScriptTypeName(), QStringLiteral("SAMI"));
+    int type = 0;
+    for (const char *name : { "SSA V4.00", "AAS V4.00+", "SAMI" }) {
+        info->setScriptType(++type);
+        EXPECT_EQ(info->ScriptTypeName(), QString::fromLatin1(name));
+    }
     info->setScriptType(4);
+    int number = 0;
     try {
         info->ScriptTypeName();
-        FAIL();
     } catch (const VelmarError &e) {
-        EXPECT_EQ(e.Number(), 5);
+        number = e.Number();
     }
+    EXPECT_EQ(number, 5);
     EXPECT_EQ(info->SubCollisionsName(), QStringLiteral("Normal"));
     info->setCollisions(1);
     EXPECT_EQ(info->SubCollisionsName(), QStringLiteral("Reverse"));

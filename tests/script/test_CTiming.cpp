@@ -60,11 +60,9 @@ const QString smallAss = QStringLiteral(
 
 TEST_F(TimingTest, NewDocumentIsAnEmptyAssScript)
 {
-    EXPECT_EQ(doc->SerialNo(), 1);
     EXPECT_EQ(doc->ScriptType(), 2);
     EXPECT_EQ(doc->TimingOption, 255);
     EXPECT_EQ(doc->TimeFormat(), 0);
-    EXPECT_EQ(doc->SSAContent->Parent(), doc);
     const QString out = doc->Content();
     EXPECT_TRUE(out.startsWith(QStringLiteral("[Script Info]\r\n")));
     // Head, empty line, styles, empty line, events.

@@ -30,20 +30,13 @@ TEST(Routing, TypesChooseTheWindow)
 
 TEST(Routing, ExtensionsChooseTheWindowByTheLastDot)
 {
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("MOVIE.AVI")), K::Player);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("movie.avi")), K::Player);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("/v/clip.mkv")), K::Player);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("a.b.SRT")), K::Timing);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("x.sami")), K::Timing);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("draft.Rtf")), K::Translate);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("setup.ini")), K::Translate);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("x.smp")), K::None);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("x.lrc")), K::None);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("x.sst")), K::None);
     // Without a dot the whole name is the extension.
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("README")), K::None);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("srt")), K::Timing);
-    EXPECT_EQ(WindowKindOfFileName(QStringLiteral("  clip.wmv  ")), K::Player);
+    const std::pair<const char *, K> cases[] = { { "MOVIE.AVI", K::Player }, { "movie.avi", K::Player },
+        { "/v/clip.mkv", K::Player }, { "a.b.SRT", K::Timing }, { "x.sami", K::Timing },
+        { "draft.Rtf", K::Translate }, { "setup.ini", K::Translate }, { "x.smp", K::None }, { "x.lrc", K::None },
+        { "x.sst", K::None }, { "README", K::None }, { "srt", K::Timing }, { "  clip.wmv  ", K::Player } };
+    for (const auto &[name, kind] : cases)
+        EXPECT_EQ(WindowKindOfFileName(QString::fromLatin1(name)), kind) << name;
 }
 
 TEST(Routing, MenuKinds)
@@ -58,15 +51,11 @@ TEST(Routing, MenuKinds)
 
 TEST(Routing, FileDialogFilters)
 {
-    EXPECT_EQ(FileDialogFilterKey(1, 0), QStringLiteral("COMM_MSG_202"));
-    EXPECT_EQ(FileDialogFilterKey(2, 6), QStringLiteral("COMM_MSG_202"));
-    EXPECT_EQ(FileDialogFilterKey(1, 1), QStringLiteral("COMM_MSG_203"));
-    EXPECT_EQ(FileDialogFilterKey(1, 5), QStringLiteral("COMM_MSG_203"));
-    EXPECT_EQ(FileDialogFilterKey(2, 4), QStringLiteral("COMM_MSG_204"));
-    EXPECT_EQ(FileDialogFilterKey(2, 9), QStringLiteral("COMM_MSG_207"));
-    EXPECT_EQ(FileDialogFilterKey(1, 100), QStringLiteral("COMM_MSG_205"));
-    EXPECT_EQ(FileDialogFilterKey(1, 7), QStringLiteral("COMM_MSG_206"));
-    EXPECT_EQ(FileDialogFilterKey(3, 2), QStringLiteral("COMM_MSG_206"));
+    // { dialog, document type, catalogue number of the filter }
+    const int cases[][3] = { { 1, 0, 202 }, { 2, 6, 202 }, { 1, 1, 203 }, { 1, 5, 203 }, { 2, 4, 204 },
+        { 2, 9, 207 }, { 1, 100, 205 }, { 1, 7, 206 }, { 3, 2, 206 } };
+    for (const auto &c : cases)
+        EXPECT_EQ(FileDialogFilterKey(c[0], c[1]), QStringLiteral("COMM_MSG_%1").arg(c[2])) << c[0] << "," << c[1];
 }
 
 class RoutingNames : public ShellFixture
@@ -287,12 +276,10 @@ TEST(FrameTexts, StepDialog)
 
 TEST(FrameTexts, QtKeysToCodes)
 {
-    EXPECT_EQ(KeyCodeOfQtKey(Qt::Key_F8), 119);
-    EXPECT_EQ(KeyCodeOfQtKey(Qt::Key_F12), 123);
-    EXPECT_EQ(KeyCodeOfQtKey(Qt::Key_S), 83);
-    EXPECT_EQ(KeyCodeOfQtKey(Qt::Key_Down), 40);
-    EXPECT_EQ(KeyCodeOfQtKey(Qt::Key_Return), 13);
-    EXPECT_EQ(KeyCodeOfQtKey(Qt::Key_F13), 0);
+    const std::pair<int, int> cases[] = { { Qt::Key_F8, 119 }, { Qt::Key_F12, 123 }, { Qt::Key_S, 83 },
+        { Qt::Key_Down, 40 }, { Qt::Key_Return, 13 }, { Qt::Key_F13, 0 } };
+    for (const auto &[key, code] : cases)
+        EXPECT_EQ(KeyCodeOfQtKey(key), code) << key;
 }
 
 class ClipboardTimes : public ShellFixture

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/CScriptedPrompt.h"
+#include "core/isub.h"
 #include "timing/CTimingGrid.h"
 #include "timing/ITimingPreviewHooks.h"
 
@@ -13,6 +14,15 @@ inline void PrintTo(const QString &text, std::ostream *os)
 {
     *os << '"' << text.toStdString() << '"';
 }
+
+// A document without text of its own, for a preview to belong to.
+class BlankDocument : public isub
+{
+public:
+    QString Content() override { return {}; }
+    void setContent(const QString &) override { }
+    void Clear() override { }
+};
 
 // Records what the grid tells the preview, as "create 3 #5" (row and serial number),
 // "delete 4 #2", "update -1 3", "clear".

@@ -32,12 +32,22 @@ protected:
         return texts;
     }
 
-    void SetBlock(int row, int col, int row2, int col2)
+    void At(int row, int col)
     {
         g.setRow(row);
         g.setCol(col);
+    }
+    void SetBlock(int row, int col, int row2, int col2)
+    {
+        At(row, col);
         g.setRow2(row2);
         g.setCol2(col2);
+    }
+    void MoveTo(int row, int col)
+    {
+        g.setDestRow(row);
+        g.setDestCol(col);
+        g.MoveBlock();
     }
 
     CSpread g;
@@ -54,8 +64,7 @@ QStringList L(std::initializer_list<const char *> items)
 TEST_F(SpreadTest, CurrentCellIsNotTheCursor)
 {
     QSignalSpy moved(&g, &CSpread::ActiveCellChanged);
-    g.setRow(2);
-    g.setCol(3);
+    At(2, 3);
     EXPECT_EQ(g.Text(), "r2c3");
     g.setText(QStringLiteral("x"));
     EXPECT_EQ(g.GetText(3, 2), "x");
@@ -82,15 +91,13 @@ TEST_F(SpreadTest, CurrentCellIsNotTheCursor)
 
 TEST_F(SpreadTest, HeaderRowAndLabelColumn)
 {
-    g.setRow(0);
-    g.setCol(2);
+    At(0, 2);
     g.setText(QStringLiteral("Title"));
     EXPECT_EQ(g.Text(), "Title");
     EXPECT_EQ(g.headerData(1, Qt::Horizontal).toString(), "Title");
     EXPECT_EQ(g.GetText(2, 1), "r1c2"); // the title is not a cell
 
-    g.setRow(3);
-    g.setCol(0);
+    At(3, 0);
     g.setText(QStringLiteral("A"));
     EXPECT_EQ(g.Text(), "A");
     EXPECT_EQ(g.headerData(2, Qt::Vertical).toString(), "A");
@@ -115,8 +122,7 @@ TEST_F(SpreadTest, MaxRowsRaisesAndLowersAtTheEnd)
 
 TEST_F(SpreadTest, MaxRowsLowerClampsTheCursor)
 {
-    g.setRow(4);
-    g.setCol(2);
+    At(4, 2);
     g.ActivateCell();
     g.setMaxRows(2);
     EXPECT_EQ(g.ActiveRow(), 2);
@@ -136,8 +142,7 @@ TEST_F(SpreadTest, MaxColsRaisesAndLowers)
 
 TEST_F(SpreadTest, MinusOneTargetsWholeColumnsAndLaterRows)
 {
-    g.setRow(-1);
-    g.setCol(2);
+    At(-1, 2);
     g.setForeColor(255);
     for (int r = 1; r <= 4; ++r) {
         EXPECT_EQ(g.GetForeColor(2, r), 255u);
@@ -146,8 +151,7 @@ TEST_F(SpreadTest, MinusOneTargetsWholeColumnsAndLaterRows)
     g.setMaxRows(5);
     EXPECT_EQ(g.GetForeColor(2, 5), 255u); // the column default holds for new rows
 
-    g.setRow(3);
-    g.setCol(-1);
+    At(3, -1);
     g.setBackColor(0x123456);
     for (int c = 1; c <= 3; ++c)
         EXPECT_EQ(g.GetBackColor(c, 3), 0x123456u);
@@ -155,16 +159,14 @@ TEST_F(SpreadTest, MinusOneTargetsWholeColumnsAndLaterRows)
     g.setMaxRows(6);
     EXPECT_EQ(g.GetBackColor(1, 6), CSpread::ColorWindow); // one row sets no default
 
-    g.setRow(-1);
-    g.setCol(-1);
+    At(-1, -1);
     g.setText(QStringLiteral("all"));
     EXPECT_EQ(Column(3), L({ "all", "all", "all", "all", "all", "all" }));
 }
 
 TEST_F(SpreadTest, NumberCellsReadTheirLeadingNumber)
 {
-    g.setRow(-1);
-    g.setCol(1);
+    At(-1, 1);
     g.setCellType(CSpreadCellType::IntegerType(-9999, 9999));
     g.setRow(1);
     g.setText(QString());
@@ -192,8 +194,7 @@ TEST_F(SpreadTest, NumberCellsReadTheirLeadingNumber)
 
 TEST_F(SpreadTest, UserEditsAreCheckedAgainstTheKind)
 {
-    g.setRow(-1);
-    g.setCol(1);
+    At(-1, 1);
     g.setCellType(CSpreadCellType::IntegerType(0, 100));
     g.setCol(2);
     g.setCellType(CSpreadCellType::TextType(5, false));
@@ -214,8 +215,7 @@ TEST_F(SpreadTest, UserEditsAreCheckedAgainstTheKind)
 
 TEST_F(SpreadTest, ListCells)
 {
-    g.setRow(-1);
-    g.setCol(2);
+    At(-1, 2);
     g.setListItems(QStringLiteral("a\tb\tc"));
     EXPECT_EQ(Column(2), L({ "a", "a", "a", "a" })); // a new list chooses its first item
     g.setRow(2);
@@ -264,8 +264,7 @@ TEST_F(SpreadTest, ListCells)
 
 TEST_F(SpreadTest, ChooseItemKeepsTheChoiceWithoutAMatch)
 {
-    g.setRow(-1);
-    g.setCol(2);
+    At(-1, 2);
     g.setListItems(QStringLiteral("a\tb\tb"));
     EXPECT_TRUE(g.ChooseItem(2, 3, QStringLiteral("b")));
     EXPECT_EQ(g.GetListChoice(2, 3), 1); // the first equal item
@@ -278,8 +277,7 @@ TEST_F(SpreadTest, ChooseItemKeepsTheChoiceWithoutAMatch)
 
 TEST_F(SpreadTest, ListChoiceThroughTheModel)
 {
-    g.setRow(-1);
-    g.setCol(1);
+    At(-1, 1);
     g.setListItems(QStringLiteral("one\ttwo"));
     EXPECT_TRUE(g.setData(g.index(0, 0), 1, CSpread::ListChoiceRole));
     EXPECT_EQ(g.GetText(1, 1), "two");
@@ -291,8 +289,7 @@ TEST_F(SpreadTest, ListChoiceThroughTheModel)
 
 TEST_F(SpreadTest, ColoursAndMarks)
 {
-    g.setRow(1);
-    g.setCol(1);
+    At(1, 1);
     g.setForeColor(255);
     g.setBackColor(0xFFFFC0);
     g.setCellMark(true);
@@ -321,8 +318,7 @@ TEST_F(SpreadTest, ReDrawOffSendsNothingThenOneReset)
     QSignalSpy reset(&g, &QAbstractItemModel::modelReset);
 
     g.setReDraw(false);
-    g.setRow(1);
-    g.setCol(1);
+    At(1, 1);
     g.setText(QStringLiteral("x"));
     g.setForeColor(255);
     g.setMaxRows(10);
@@ -330,9 +326,7 @@ TEST_F(SpreadTest, ReDrawOffSendsNothingThenOneReset)
     g.DeleteRow();
     SetBlock(1, 1, 2, 2);
     g.ClearBlock();
-    g.setDestRow(3);
-    g.setDestCol(1);
-    g.MoveBlock();
+    MoveTo(3, 1);
     g.setMaxRows(5);
     EXPECT_EQ(changed.count() + inserted.count() + removed.count() + reset.count(), 0);
     g.setReDraw(true);
@@ -358,9 +352,7 @@ TEST_F(SpreadTest, ModelStaysConsistentForViews)
     g.setMaxCols(2);
     g.setMaxRows(3);
     SetBlock(1, 1, 3, 2);
-    g.setDestRow(2);
-    g.setDestCol(1);
-    g.MoveBlock();
+    MoveTo(2, 1);
     g.setReDraw(false);
     g.setMaxRows(50);
     g.setReDraw(true);
@@ -388,8 +380,7 @@ TEST_F(SpreadTest, InPlaceEditorWorksOnTheActiveCell)
 {
     g.setEditMode(true); // no active cell yet
     EXPECT_FALSE(g.EditMode());
-    g.setRow(2);
-    g.setCol(1);
+    At(2, 1);
     g.SetText(1, 2, QStringLiteral("abcdef"));
     g.ActivateCell();
     g.setEditMode(true);
@@ -471,8 +462,7 @@ TEST_F(SpreadTest, InsertRowKeepsMaxRows)
 
 TEST_F(SpreadTest, NewRowsTakeTheColumnDefaults)
 {
-    g.setRow(-1);
-    g.setCol(2);
+    At(-1, 2);
     g.setListItems(QStringLiteral("p\tq"));
     g.setBackColor(0xFF);
     g.setRow(1);
@@ -507,11 +497,9 @@ TEST_F(SpreadTest, DeleteRowKeepsMaxRows)
 
 TEST_F(SpreadTest, ClearBlockEmptiesTextOnly)
 {
-    g.setRow(-1);
-    g.setCol(3);
+    At(-1, 3);
     g.setListItems(QStringLiteral("u\tv"));
-    g.setRow(2);
-    g.setCol(1);
+    At(2, 1);
     g.setForeColor(255);
     g.setCellMark(true);
 
@@ -542,13 +530,10 @@ TEST_F(SpreadTest, ClearBlockEmptiesTextOnly)
 
 TEST_F(SpreadTest, MoveBlockUpLeavesEmptyCellsBehind)
 {
-    g.setRow(4);
-    g.setCol(2);
+    At(4, 2);
     g.setBackColor(0xFFFFC0);
     SetBlock(3, 2, 4, 2);
-    g.setDestRow(2);
-    g.setDestCol(2);
-    g.MoveBlock();
+    MoveTo(2, 2);
     EXPECT_EQ(Column(2), L({ "r1c2", "r3c2", "r4c2", "" }));
     EXPECT_EQ(Column(1), L({ "r1c1", "r2c1", "r3c1", "r4c1" }));
     EXPECT_EQ(g.GetBackColor(2, 3), 0xFFFFC0u); // appearance moves with the cell
@@ -558,9 +543,7 @@ TEST_F(SpreadTest, MoveBlockUpLeavesEmptyCellsBehind)
 TEST_F(SpreadTest, MoveBlockDownOverlapsAndDropsCellsOutOfTheGrid)
 {
     SetBlock(1, 1, 4, 2);
-    g.setDestRow(2);
-    g.setDestCol(1);
-    g.MoveBlock();
+    MoveTo(2, 1);
     EXPECT_EQ(Column(1), L({ "", "r1c1", "r2c1", "r3c1" }));
     EXPECT_EQ(Column(2), L({ "", "r1c2", "r2c2", "r3c2" }));
     EXPECT_EQ(Column(3), L({ "r1c3", "r2c3", "r3c3", "r4c3" }));
@@ -570,29 +553,21 @@ TEST_F(SpreadTest, MoveBlockFromBeyondTheGridMovesInEmptyCells)
 {
     // rows 3 to 5 of column 3, with row 5 beyond the grid, up by two rows
     SetBlock(3, 3, 5, 3);
-    g.setDestRow(1);
-    g.setDestCol(3);
-    g.MoveBlock();
+    MoveTo(1, 3);
     EXPECT_EQ(Column(3), L({ "r3c3", "r4c3", "", "" }));
 
     SetBlock(2, 1, 2000000000, 1); // a huge block stays cheap
-    g.setDestRow(1);
-    g.setDestCol(1);
-    g.MoveBlock();
+    MoveTo(1, 1);
     EXPECT_EQ(Column(1), L({ "r2c1", "r3c1", "r4c1", "" }));
     SetBlock(1, 1, 1, 1);
-    g.setDestRow(-5);
-    g.setDestCol(99);
-    g.MoveBlock(); // destination beyond the grid: the cell is dropped
+    MoveTo(-5, 99); // destination beyond the grid: the cell is dropped
     EXPECT_EQ(g.GetText(1, 1), "");
 }
 
 TEST_F(SpreadTest, MoveBlockSideways)
 {
     SetBlock(1, 1, 2, 1);
-    g.setDestRow(3);
-    g.setDestCol(3);
-    g.MoveBlock();
+    MoveTo(3, 3);
     EXPECT_EQ(Column(1), L({ "", "", "r3c1", "r4c1" }));
     EXPECT_EQ(Column(3), L({ "r1c3", "r2c3", "r1c1", "r2c1" }));
 }
@@ -604,8 +579,7 @@ TEST_F(SpreadTest, HeadlessViewport)
     EXPECT_EQ(g.TopRow(), 1);
     EXPECT_TRUE(g.IsVisible(1, 5));
     EXPECT_FALSE(g.IsVisible(1, 6));
-    g.setRow(12);
-    g.setCol(1);
+    At(12, 1);
     g.ActivateCell();
     EXPECT_EQ(g.TopRow(), 8); // scrolled just far enough
     EXPECT_TRUE(g.IsVisible(1, 12));

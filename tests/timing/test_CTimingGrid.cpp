@@ -1,5 +1,4 @@
-#include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
+#include "GridOpsFixture.h"
 
 #include <QSignalSpy>
 #include <gtest/gtest.h>
@@ -8,52 +7,15 @@ namespace {
 
 using TG = CTimingGrid;
 
-// Records what the grid tells the preview, as "create 3", "delete 4", "clear".
-class RecordingHooks : public ITimingPreviewHooks
-{
-public:
-    explicit RecordingHooks(const CTimingGrid &grid)
-        : m_grid(grid)
-    { }
-    void CreatePreviewLine(int row) override
-    {
-        Calls << QStringLiteral("create %1 #%2").arg(row).arg(m_grid.RowSerial(row));
-    }
-    void DeletePreviewLine(int row) override
-    {
-        Calls << QStringLiteral("delete %1 #%2").arg(row).arg(m_grid.RowSerial(row));
-    }
-    void UpdatePreviewCell(int col, int row) override
-    {
-        Calls << QStringLiteral("update %1 %2").arg(col).arg(row);
-    }
-    void ClearPreview() override { Calls << QStringLiteral("clear"); }
-
-    QStringList Calls;
-
-private:
-    const CTimingGrid &m_grid;
-};
-
-class TimingGridTest : public ::testing::Test
+class TimingGridTest : public GridOpsTest
 {
 protected:
-    TimingGridTest()
-        : hooks(t)
-    {
-        t.SetPreviewHooks(&hooks);
-    }
-
     CSpreadCellType TypeOf(int col)
     {
         g().setRow(1);
         g().setCol(col);
         return g().CellType();
     }
-    CSpread &g() { return t.Spread(); }
-
-    CTimingGrid t;
-    RecordingHooks hooks;
 };
 
 TEST_F(TimingGridTest, SixteenColumnsWithCatalogueTitles)

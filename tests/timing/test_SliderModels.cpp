@@ -30,10 +30,6 @@ TEST_F(SliderTimeTest, ValueSplitsIntoFieldsWithTheirFormats)
 {
     m.setValue(3723.45);
     EXPECT_EQ(Fields(m), "+ 1:02:03.45");
-    EXPECT_EQ(m.Hour, 1);
-    EXPECT_EQ(m.Minite, 2);
-    EXPECT_EQ(m.Second, 3);
-    EXPECT_EQ(m.MiniSecond, 45);
     EXPECT_DOUBLE_EQ(m.Value(), 3723.45);
 
     m.setValue(-0.1);
@@ -47,9 +43,7 @@ TEST_F(SliderTimeTest, ValueSplitsIntoFieldsWithTheirFormats)
 TEST_F(SliderTimeTest, HoursStopAtNine)
 {
     m.setValue(10 * 3600 + 61);
-    EXPECT_EQ(m.Hour, 9);
-    EXPECT_EQ(m.Minite, 1);
-    EXPECT_EQ(m.Second, 1);
+    EXPECT_EQ(Fields(m), "+ 9:01:01.00");
 }
 
 TEST_F(SliderTimeTest, WholeNumberArithmeticRoundsBeforeTheMinutes)
@@ -90,12 +84,13 @@ TEST_F(SliderTimeTest, SixteenBitSumOverflows)
     EXPECT_THROW(m.Value(), VelmarError);
     m.Second = 0;
     m.Minite = 59; // nine hours, 59 minutes
+    int number = 0;
     try {
         m.Value();
-        FAIL();
     } catch (const VelmarError &e) {
-        EXPECT_EQ(e.Number(), 6);
+        number = e.Number();
     }
+    EXPECT_EQ(number, 6);
     EXPECT_THROW(m.setValue(1e12), VelmarError);
 }
 
@@ -103,7 +98,7 @@ TEST_F(SliderTimeTest, SignButtonSwaps)
 {
     m.setValue(2);
     m.ToggleSign();
-    EXPECT_EQ(m.SignCaption(), "-");
+    EXPECT_EQ(Fields(m), "- 0:00:02.00");
     EXPECT_DOUBLE_EQ(m.Value(), -2);
     m.ToggleSign();
     EXPECT_EQ(m.SignCaption(), "+");
@@ -151,10 +146,6 @@ TEST_F(SliderTimeTest, SpinAndKeys)
     EXPECT_TRUE(CSliderTimeModel::KeyAccepted(8)); // backspace
     EXPECT_FALSE(CSliderTimeModel::KeyAccepted('-'));
     EXPECT_FALSE(CSliderTimeModel::KeyAccepted('a'));
-    m.Cancel();
-    EXPECT_TRUE(m.Cancelled);
-    m.OK();
-    EXPECT_FALSE(m.Cancelled);
 }
 
 TEST(SliderTest, InitTakesTheMiddleWithoutACurrentValue)

@@ -21,16 +21,12 @@ CHotKeys LetterKeys()
 
 TEST(CaptureKeyTables, KeyDownLeavesLettersAloneAndMatchesOtherCodesInOrder)
 {
-    const CHotKeys keys = LetterKeys();
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, 'T'), CaptureAction::None);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, 'P'), CaptureAction::None);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, F8), CaptureAction::StartTime);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, Enter), CaptureAction::EndTime);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, 123), CaptureAction::ShiftBack);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, Delete), CaptureAction::ClearCells);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, F5), CaptureAction::Refresh);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, F7), CaptureAction::None);
-    EXPECT_EQ(CCaptureKey::KeyDownAction(keys, '5'), CaptureAction::None);
+    using A = CaptureAction;
+    const std::pair<int, CaptureAction> cases[] = { { 'T', A::None }, { 'P', A::None }, { F8, A::StartTime },
+        { Enter, A::EndTime }, { 123, A::ShiftBack }, { Delete, A::ClearCells }, { F5, A::Refresh },
+        { F7, A::None }, { '5', A::None } };
+    for (const auto &[code, action] : cases)
+        EXPECT_EQ(CCaptureKey::KeyDownAction(LetterKeys(), code), action) << code;
 
     // Undefined keys (0) never meet a key.
     const CHotKeys none;
@@ -48,17 +44,13 @@ TEST(CaptureKeyTables, KeyDownLeavesLettersAloneAndMatchesOtherCodesInOrder)
 
 TEST(CaptureKeyTables, KeyPressComparesTheUpperCasedCharacter)
 {
-    const CHotKeys keys = LetterKeys();
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u't'), CaptureAction::TimePoint);
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'T'), CaptureAction::TimePoint);
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'p'), CaptureAction::ShiftForword);
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'.'), CaptureAction::ClearCells);
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'\r'), CaptureAction::EndTime);
-    // "w" is 119 like F8, but it is compared as "W".
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'w'), CaptureAction::None);
-    // "{" stays 123 when upper-cased, the code of F12.
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'{'), CaptureAction::ShiftBack);
-    EXPECT_EQ(CCaptureKey::KeyPressAction(keys, u'字'), CaptureAction::None);
+    using A = CaptureAction;
+    // "w" is 119 like F8, but it is compared as "W"; "{" stays 123 when upper-cased, the code of F12.
+    const std::pair<char16_t, CaptureAction> cases[] = { { u't', A::TimePoint }, { u'T', A::TimePoint },
+        { u'p', A::ShiftForword }, { u'.', A::ClearCells }, { u'\r', A::EndTime }, { u'w', A::None },
+        { u'{', A::ShiftBack }, { u'字', A::None } };
+    for (const auto &[ch, action] : cases)
+        EXPECT_EQ(CCaptureKey::KeyPressAction(LetterKeys(), ch), action) << int(ch);
 }
 
 TEST(CaptureKeyTables, QtKeysBecomeHotKeyCodes)

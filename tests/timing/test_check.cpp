@@ -1,8 +1,8 @@
-#include "core/CScriptedPrompt.h"
+#include "GridOpsFixture.h"
+
 #include "core/basTime.h"
 #include "player/CPreview.h"
 #include "timing/CTimingCheck.h"
-#include "timing/CTimingGrid.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -11,14 +11,6 @@ namespace {
 
 using TG = CTimingGrid;
 using TC = CTimingCheck;
-
-class Document : public isub
-{
-public:
-    QString Content() override { return {}; }
-    void setContent(const QString &) override { }
-    void Clear() override { }
-};
 
 // A timing grid with its preview and a check over both; rows are filled through the
 // grid's cells and told to the preview, as edits do.
@@ -60,8 +52,8 @@ protected:
         return o;
     }
 
-    // The fault grid as "kind:row:related" texts, one per fault row.
-    QStringList Faults()
+    // The fault grid as "kind:row:related" texts, one per fault row, joined by blanks.
+    QString Faults()
     {
         QStringList out;
         const CSpread &err = check.spdErr();
@@ -75,11 +67,11 @@ protected:
                 text += QStringLiteral(":") + err.GetText(3, r);
             out << text;
         }
-        return out;
+        return out.join(u' ');
     }
 
     CScriptedPrompt prompt;
-    Document document;
+    BlankDocument document;
     TG grid;
     CPreview preview;
     CTimingCheck check { preview, grid.Spread() };
@@ -131,9 +123,7 @@ TEST_F(CheckTest, ReportIsGroupedByKindInThePreviewsOrder)
     SetRow(1, 30, 30.2, QStringLiteral("short"));
 
     EXPECT_EQ(check.cmdCheck(TC::Options()), 7);
-    EXPECT_EQ(Faults(),
-        (QStringList { QStringLiteral("1:6"), QStringLiteral("2:3"), QStringLiteral("3:4:5"),
-            QStringLiteral("3:5:4"), QStringLiteral("4:2"), QStringLiteral("5:3"), QStringLiteral("5:1") }));
+    EXPECT_EQ(Faults(), "1:6 2:3 3:4:5 3:5:4 4:2 5:3 5:1");
     EXPECT_TRUE(prompt.Messages().isEmpty());
 
     // Text in the kind's colour.
@@ -156,9 +146,7 @@ TEST_F(CheckTest, TimeOrderAndShortLines)
     SetRow(4, 7, 7.5); // exactly the shortest: fine
     SetRow(5, 9, 8, QString()); // reversed without text: reversed, not short
     check.cmdCheck(TC::Options());
-    EXPECT_EQ(Faults(),
-        (QStringList {
-            QStringLiteral("2:2"), QStringLiteral("2:5"), QStringLiteral("5:1"), QStringLiteral("5:3") }));
+    EXPECT_EQ(Faults(), "2:2 2:5 5:1 5:3");
 
     // With a shortest of 0 an empty span is no fault.
     TC::Options zero = Only(TC::KindShortTime);
@@ -183,7 +171,7 @@ TEST_F(CheckTest, NoTimeNeedsTextButNotTrimmedText)
     EXPECT_EQ(
         TC::CheckNoTime(preview), (QStringList { QString(), QStringLiteral("0"), QStringLiteral("0") }));
     check.cmdCheck(Only(TC::KindNoTime));
-    EXPECT_EQ(Faults(), (QStringList { QStringLiteral("4:1"), QStringLiteral("4:2") }));
+    EXPECT_EQ(Faults(), "4:1 4:2");
 }
 
 TEST_F(CheckTest, OverlapRules)
@@ -197,8 +185,7 @@ TEST_F(CheckTest, OverlapRules)
     SetRow(7, 60, 65); // partly overlaps row 8
     SetRow(8, 63, 70);
     check.cmdCheck(Only(TC::KindOverlap));
-    EXPECT_EQ(Faults(),
-        (QStringList { QStringLiteral("3:2:1"), QStringLiteral("3:7:8"), QStringLiteral("3:8:7") }));
+    EXPECT_EQ(Faults(), "3:2:1 3:7:8 3:8:7");
 }
 
 TEST_F(CheckTest, OverlapFindsEveryHolderOnce)
@@ -263,7 +250,7 @@ TEST_F(CheckTest, DisabledLinesAreLeftOutExceptForTheTimeOrder)
     for (int row = 1; row <= 4; ++row)
         grid.SetRowCheckDisabled(row, row != 3);
     check.cmdCheck(TC::Options());
-    EXPECT_EQ(Faults(), QStringList { QStringLiteral("2:2") });
+    EXPECT_EQ(Faults(), "2:2");
 }
 
 TEST_F(CheckTest, LengthLimitInWideCharacters)
@@ -283,14 +270,12 @@ TEST_F(CheckTest, LengthLimitInWideCharacters)
     // A blank dialogue is never too long.
     SetRow(10, 19, 20, QString(60, u' '));
     check.cmdCheck(Only(TC::KindDialogLength));
-    EXPECT_EQ(Faults(),
-        (QStringList {
-            QStringLiteral("1:2"), QStringLiteral("1:4"), QStringLiteral("1:6"), QStringLiteral("1:8") }));
+    EXPECT_EQ(Faults(), "1:2 1:4 1:6 1:8");
 
     TC::Options wider = Only(TC::KindDialogLength);
     wider.txtDialogLength = QStringLiteral("30");
     check.cmdCheck(wider);
-    EXPECT_EQ(Faults(), QStringList {});
+    EXPECT_EQ(Faults(), "");
     wider.txtDialogLength = QString();
     check.cmdCheck(wider);
     EXPECT_EQ(check.spdErr().MaxRows(), 4);
@@ -298,12 +283,11 @@ TEST_F(CheckTest, LengthLimitInWideCharacters)
 
 TEST(CheckWidth, WideCharactersCountTwo)
 {
-    EXPECT_EQ(TC::DisplayWidth(u"abc"), 3);
-    EXPECT_EQ(TC::DisplayWidth(u"中文"), 4);
-    EXPECT_EQ(TC::DisplayWidth(u"ＡＢ"), 4); // full-width forms
-    EXPECT_EQ(TC::DisplayWidth(u"，。“”"), 8); // Chinese punctuation
-    EXPECT_EQ(TC::DisplayWidth(u"한국"), 4); // wide, though not in the code page
-    EXPECT_EQ(TC::DisplayWidth(u"\U0002000B"), 2); // beyond the basic plane
+    // Full-width forms, Chinese punctuation, wide letters outside the code page, beyond the basic plane.
+    const std::pair<const char16_t *, int> cases[]
+        = { { u"abc", 3 }, { u"中文", 4 }, { u"ＡＢ", 4 }, { u"，。“”", 8 }, { u"한국", 4 }, { u"\U0002000B", 2 } };
+    for (const auto &[text, width] : cases)
+        EXPECT_EQ(TC::DisplayWidth(text), width) << QString::fromUtf16(text).toStdString();
     EXPECT_EQ(TC::DisplayWidth(QString(QChar(0xD800))), 1);
     // Upper-casing changes no count of the code page.
     EXPECT_EQ(TC::DisplayWidth(u"abc中"), TC::DisplayWidth(u"ABC中"));
@@ -319,8 +303,7 @@ TEST_F(CheckTest, RangeLimitsTheRowsChecked)
     o.txtFrom = QStringLiteral("2");
     o.txtTo = QStringLiteral("4");
     check.cmdCheck(o);
-    EXPECT_EQ(
-        Faults(), (QStringList { QStringLiteral("2:2"), QStringLiteral("2:3"), QStringLiteral("2:4") }));
+    EXPECT_EQ(Faults(), "2:2 2:3 2:4");
 
     // Empty, 0 and negative fields open the range; letters read as 0.
     o.txtFrom = QStringLiteral("  ");
@@ -334,7 +317,7 @@ TEST_F(CheckTest, RangeLimitsTheRowsChecked)
     o.txtFrom = QStringLiteral("5");
     o.txtTo = QStringLiteral("99999999999");
     check.cmdCheck(o);
-    EXPECT_EQ(Faults(), (QStringList { QStringLiteral("2:5"), QStringLiteral("2:6") }));
+    EXPECT_EQ(Faults(), "2:5 2:6");
 }
 
 TEST_F(CheckTest, DefaultsComeFromTheSelection)
@@ -365,9 +348,7 @@ TEST_F(CheckTest, ClickGoesToTheRowAndKeepsTheColumn)
     SetRow(2, 15, 25);
     SetRow(3, 5, 4);
     check.cmdCheck(TC::Options());
-    ASSERT_EQ(Faults(),
-        (QStringList { QStringLiteral("2:3"), QStringLiteral("3:1:2"), QStringLiteral("3:2:1"),
-            QStringLiteral("5:3") }));
+    ASSERT_EQ(Faults(), "2:3 3:1:2 3:2:1 5:3");
     CSpread &s = grid.Spread();
     s.setRow(1);
     s.setCol(15);

@@ -1,21 +1,13 @@
-#include "core/CScriptedPrompt.h"
+#include "GridOpsFixture.h"
+
 #include "player/CPreview.h"
 #include "timing/CGridFind.h"
-#include "timing/CTimingGrid.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using TG = CTimingGrid;
-
-class Document : public isub
-{
-public:
-    QString Content() override { return {}; }
-    void setContent(const QString &) override { }
-    void Clear() override { }
-};
 
 class FindTest : public ::testing::Test
 {
@@ -60,7 +52,7 @@ protected:
     }
 
     CScriptedPrompt prompt;
-    Document document;
+    BlankDocument document;
     TG grid;
     CSpread &s = grid.Spread();
     CPreview preview;
