@@ -508,7 +508,7 @@ void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
 {
     CSpread &grid = *m_spread;
     const CSpreadDrawingStop stop(grid);
-    ResetGrid();
+    ResetGrid(OpenMode);
 
     // A file of another format becomes event lines first; its own list holds what was read.
     if (CTiming *owner = content.Parent(); owner && &content == owner->SSAContent.get()) {

@@ -77,6 +77,9 @@ public:
     // Sets 16 columns; with openMode 0 empties the grid and the preview and makes two
     // rows, each with a serial number and a preview line.
     void ResetGrid(int openMode = 0);
+    // How a load treats the rows there are: 0 replaces them, any other value keeps them
+    // and puts the file's lines behind. The window takes it from the file options.
+    int OpenMode = 0;
     // One row at the end with cleared flag colours, a serial number and a preview line.
     // The current cell is kept.
     void AppendRow();

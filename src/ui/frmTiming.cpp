@@ -996,6 +996,7 @@ bool frmTiming::runFileOption(frmFileOption &dialog, int operation, const std::f
     m_doc->FileCode = model.FileCode;
     m_doc->TimingOption = model.TimingOption;
     OpenMode = model.OpenMode;
+    m_grid->OpenMode = OpenMode;
     return true;
 }
 

@@ -366,3 +366,23 @@ TEST_F(GridExchangeTest, OtherFormatsBecomeEventRowsOnLoadAndGoBackOnSave)
     EXPECT_EQ(doc->Content(), QStringLiteral("1\r\n00:00:01,500 --> 00:00:03,250\r\n第一行\r\n第二行\r\n\r\n"
                                              "2\r\n00:01:00,000 --> 00:01:02,000\r\nChanged\r\n\r\n"));
 }
+
+TEST_F(GridExchangeTest, OpenModeOneKeepsTheRowsAndAddsTheFileBehind)
+{
+    AddLine("0:00:01.00", "0:00:02.00", "first file");
+    t.LoadGridFromContent(*doc->SSAContent);
+    const int rowsBefore = g().MaxRows();
+    doc->SSAContent->Clear();
+    AddLine("0:00:05.00", "0:00:06.00", "second file");
+    t.OpenMode = 1;
+    t.LoadGridFromContent(*doc->SSAContent);
+    EXPECT_EQ(Cell(15, 1), "first file");
+    EXPECT_EQ(g().MaxRows(), rowsBefore + 1);
+    bool found = false;
+    for (int row = 2; row <= g().MaxRows(); ++row)
+        found = found || Cell(15, row) == "second file";
+    EXPECT_TRUE(found);
+    t.OpenMode = 0;
+    t.LoadGridFromContent(*doc->SSAContent);
+    EXPECT_EQ(Cell(15, 1), "second file");
+}
