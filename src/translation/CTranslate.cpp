@@ -1,5 +1,7 @@
 #include "translation/CTranslate.h"
 
+#include "timing/CSpread.h"
+
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
@@ -86,7 +88,12 @@ Attributes attributesOf(const QTextCharFormat &f, const QFont &defaultFont)
 CTranslate::CTranslate()
     : m_ownView(std::make_unique<QTextDocument>())
     , m_view(m_ownView.get())
+    , m_changeTable(std::make_unique<CSpread>())
+    , m_colorTable(std::make_unique<CSpread>())
 {
+    m_changeTable->setMaxCols(2);
+    m_colorTable->setMaxCols(1);
+    ResetTables();
     ClipboardText = [] {
         auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
         return app ? QGuiApplication::clipboard()->text() : QString();
@@ -116,6 +123,38 @@ QString CTranslate::ChangeTableLabel(int row)
 QString CTranslate::ColorTableLabel(int row)
 {
     return row >= 0 && row < 9 ? QString::number(row + 1) : QStringLiteral(" ");
+}
+
+void CTranslate::ResetTables()
+{
+    for (CSpread *table : { m_changeTable.get(), m_colorTable.get() }) {
+        const bool drawing = table->ReDraw();
+        table->setReDraw(false);
+        table->setMaxRows(0);
+        table->setMaxRows(1);
+        table->SetText(0, 1, QStringLiteral("1"));
+        table->setReDraw(drawing);
+    }
+    m_colorTable->setRow(1);
+    m_colorTable->setCol(1);
+    m_colorTable->setBackColor(0);
+}
+
+void CTranslate::AddChangeTableRow()
+{
+    const int row = m_changeTable->MaxRows() + 1;
+    m_changeTable->setMaxRows(row);
+    m_changeTable->SetText(0, row, ChangeTableLabel(row - 1));
+}
+
+void CTranslate::AddColorTableRow()
+{
+    const int row = m_colorTable->MaxRows() + 1;
+    m_colorTable->setMaxRows(row);
+    m_colorTable->SetText(0, row, ColorTableLabel(row - 1));
+    m_colorTable->setRow(row);
+    m_colorTable->setCol(1);
+    m_colorTable->setBackColor(0);
 }
 
 void CTranslate::CopyDocument(const QTextDocument &from, QTextDocument &to) const
@@ -152,8 +191,9 @@ void CTranslate::setContent(const QString &text)
 
 void CTranslate::ReadTables()
 {
-    ChangeTable.assign(1, ChangeTableRow());
-    ColorTable.assign(1, ColorTableRow());
+    ResetTables();
+    CSpread &change = *m_changeTable;
+    CSpread &colour = *m_colorTable;
     bool colourMode = false;
     // The table rows leave the shadow, the text behind them keeps its formats. Other
     // lines, blank ones among the rows included, stay as they are.
@@ -170,25 +210,22 @@ void CTranslate::ReadTables()
             colourMode = true;
         const qsizetype e = rest.indexOf(u'=');
         if (colourMode) {
-            ColorTableRow &row = ColorTable.back();
-            if (e < 0) {
-                if (const auto c = numberOf(rest))
-                    row.Colour = *c;
-            } else {
-                if (const auto c = numberOf(rest.left(e)))
-                    row.Colour = *c;
-                row.Text = rest.mid(e + 1);
+            const int row = colour.MaxRows();
+            const auto number = numberOf(e < 0 ? rest : rest.left(e));
+            if (number) {
+                colour.setRow(row);
+                colour.setCol(1);
+                colour.setBackColor(quint32(*number));
             }
-            ColorTable.push_back(ColorTableRow());
+            if (e >= 0)
+                colour.SetText(1, row, rest.mid(e + 1));
+            AddColorTableRow();
         } else {
-            ChangeTableRow &row = ChangeTable.back();
-            if (e < 0) {
-                row.From = rest;
-            } else {
-                row.From = rest.left(e);
-                row.To = rest.mid(e + 1);
-            }
-            ChangeTable.push_back(ChangeTableRow());
+            const int row = change.MaxRows();
+            change.SetText(1, row, e < 0 ? rest : rest.left(e));
+            if (e >= 0)
+                change.SetText(2, row, rest.mid(e + 1));
+            AddChangeTableRow();
         }
     }
     for (auto it = rows.rbegin(); it != rows.rend(); ++it) {
@@ -215,22 +252,27 @@ qsizetype CTranslate::WriteTables()
         cursor.insertText(row, f);
         cursor.insertBlock(cursor.blockFormat(), f);
     };
-    for (const ChangeTableRow &row : ChangeTable) {
+    const CSpread &change = *m_changeTable;
+    for (int row = 1; row <= change.MaxRows(); ++row) {
         last.clear();
-        if (Trim(row.From).isEmpty() && Trim(row.To).isEmpty())
+        const QString from = change.GetText(1, row), to = change.GetText(2, row);
+        if (Trim(from).isEmpty() && Trim(to).isEmpty())
             continue;
-        last = QStringLiteral("//") + row.From + u'=' + row.To;
+        last = QStringLiteral("//") + from + u'=' + to;
         write(last, 0);
     }
-    for (const ColorTableRow &row : ColorTable) {
+    const CSpread &colour = *m_colorTable;
+    for (int row = 1; row <= colour.MaxRows(); ++row) {
         last.clear();
-        if (Trim(row.Text).isEmpty())
+        const QString text = colour.GetText(1, row);
+        if (Trim(text).isEmpty())
             continue;
-        QString hex = Hex(row.Colour);
+        const qint64 rgb = colour.GetBackColor(1, row);
+        QString hex = Hex(rgb);
         if (hex.size() < 6)
             hex.prepend(QString(6 - hex.size(), u'0'));
-        last = QStringLiteral("//&H") + hex + u'=' + row.Text;
-        write(last, row.Colour);
+        last = QStringLiteral("//&H") + hex + u'=' + text;
+        write(last, rgb);
     }
     // The walk starts behind the row last written: none, as the tables end in an empty
     // row.

@@ -9,23 +9,10 @@
 #include <memory>
 #include <vector>
 
+class CSpread;
 class CTranslates;
 class QObject;
 class QTextCursor;
-
-// A row of the change table: a text and what it is changed to.
-struct ChangeTableRow
-{
-    QString From;
-    QString To;
-};
-
-// A row of the colour loop: a colour (blue in the high byte) and its text.
-struct ColorTableRow
-{
-    qint64 Colour = 0;
-    QString Text;
-};
 
 // A translation draft. The document keeps no text of its own: it reads and writes the
 // rich-text view of its window (a QTextDocument), and works on a hidden twin so that
@@ -70,9 +57,17 @@ public:
     // Empties the view's text.
     void Clear() override;
 
-    // The quick tables. After reading a draft each ends in one empty row.
-    std::vector<ChangeTableRow> ChangeTable { ChangeTableRow() };
-    std::vector<ColorTableRow> ColorTable { ColorTableRow() };
+    // The quick tables, as grids with the row label in column 0. The change table holds
+    // a text in column 1 and its replacement in column 2; the colour loop a text in
+    // column 1 whose back colour is the row's colour. After reading a draft each ends in
+    // one empty row.
+    CSpread &spdChangeTable() const { return *m_changeTable; }
+    CSpread &spdColor() const { return *m_colorTable; }
+    // Empties both tables to their one row labelled "1".
+    void ResetTables();
+    // Adds an empty row to a table, with its label.
+    void AddChangeTableRow();
+    void AddColorTableRow();
     // Row labels, one character, rows counted from 0.
     static QString ChangeTableLabel(int row);
     static QString ColorTableLabel(int row);
@@ -99,4 +94,6 @@ private:
     std::unique_ptr<QTextDocument> m_ownView;
     QTextDocument *m_view = nullptr;
     QTextDocument m_shadow;
+    std::unique_ptr<CSpread> m_changeTable;
+    std::unique_ptr<CSpread> m_colorTable;
 };

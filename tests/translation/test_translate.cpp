@@ -1,4 +1,5 @@
 #include "core/CScriptedPrompt.h"
+#include "timing/CSpread.h"
 #include "translation/CTranslates.h"
 #include "translation/basRtf.h"
 
@@ -49,14 +50,55 @@ protected:
     QString clipboard;
 };
 
+namespace {
+
+// The tables as plain rows: "from=to" and "colour=text" (colour in hexadecimal).
+QStringList ChangeRows(const CTranslate &doc)
+{
+    QStringList rows;
+    const CSpread &t = doc.spdChangeTable();
+    for (int row = 1; row <= t.MaxRows(); ++row)
+        rows << t.GetText(1, row) + u'=' + t.GetText(2, row);
+    return rows;
+}
+
+QStringList ColorRows(const CTranslate &doc)
+{
+    QStringList rows;
+    const CSpread &t = doc.spdColor();
+    for (int row = 1; row <= t.MaxRows(); ++row)
+        rows << QString::number(t.GetBackColor(1, row), 16) + u'=' + t.GetText(1, row);
+    return rows;
+}
+
+void SetChangeRow(CTranslate &doc, int row, const QString &from, const QString &to)
+{
+    while (doc.spdChangeTable().MaxRows() <= row)
+        doc.AddChangeTableRow();
+    doc.spdChangeTable().SetText(1, row, from);
+    doc.spdChangeTable().SetText(2, row, to);
+}
+
+void SetColorRow(CTranslate &doc, int row, quint32 colour, const QString &text)
+{
+    while (doc.spdColor().MaxRows() <= row)
+        doc.AddColorTableRow();
+    CSpread &t = doc.spdColor();
+    t.setRow(row);
+    t.setCol(1);
+    t.setBackColor(colour);
+    t.SetText(1, row, text);
+}
+} // namespace
+
 TEST_F(TranslateTest, ADraftWithoutTableRowsStaysWhole)
 {
-    doc.ChangeTable = { { QStringLiteral("old"), QStringLiteral("x") }, {} };
+    SetChangeRow(doc, 1, QStringLiteral("old"), QStringLiteral("x"));
     doc.setContent(QStringLiteral("\r\n  first line\r\n//not a row\r\nlast"));
     EXPECT_EQ(ViewText(), QStringLiteral("\r\n  first line\r\n//not a row\r\nlast"));
-    ASSERT_EQ(doc.ChangeTable.size(), 1u);
-    EXPECT_TRUE(doc.ChangeTable[0].From.isEmpty());
-    ASSERT_EQ(doc.ColorTable.size(), 1u);
+    EXPECT_EQ(ChangeRows(doc), QStringList({"="}));
+    EXPECT_EQ(ColorRows(doc), QStringList({"0="}));
+    EXPECT_EQ(doc.spdChangeTable().GetText(0, 1), "1");
 }
 
 TEST_F(TranslateTest, TableRowsFillTheTablesAndLeaveTheDraft)
@@ -64,30 +106,23 @@ TEST_F(TranslateTest, TableRowsFillTheTablesAndLeaveTheDraft)
     doc.setContent(QStringLiteral("//a=b\r\n  //  noequals\r\n\r\n// &HFF0000=line\r\n//&H00FF\r\n//x=y\r\n"
                                   "//&Hzz=bad\r\nText one\r\n//after text"));
     EXPECT_EQ(ViewText(), QStringLiteral("\r\nText one\r\n//after text"));
-    ASSERT_EQ(doc.ChangeTable.size(), 3u);
-    EXPECT_EQ(doc.ChangeTable[0].From, QStringLiteral("a"));
-    EXPECT_EQ(doc.ChangeTable[0].To, QStringLiteral("b"));
-    EXPECT_EQ(doc.ChangeTable[1].From, QStringLiteral("noequals"));
-    EXPECT_TRUE(doc.ChangeTable[1].To.isEmpty());
-    // Once a colour row came, every row goes to the colour loop.
-    ASSERT_EQ(doc.ColorTable.size(), 5u);
-    EXPECT_EQ(doc.ColorTable[0].Colour, 0xFF0000);
-    EXPECT_EQ(doc.ColorTable[0].Text, QStringLiteral("line"));
-    EXPECT_EQ(doc.ColorTable[1].Colour, 255); // Basic reads "&H00FF" as a 16-bit 255
-    EXPECT_TRUE(doc.ColorTable[1].Text.isEmpty());
-    EXPECT_EQ(doc.ColorTable[2].Colour, 0); // "x" is no number: the colour stays
-    EXPECT_EQ(doc.ColorTable[2].Text, QStringLiteral("y"));
-    EXPECT_EQ(doc.ColorTable[3].Colour, 0);
-    EXPECT_EQ(doc.ColorTable[3].Text, QStringLiteral("bad"));
+    EXPECT_EQ(ChangeRows(doc), QStringList({"a=b", "noequals=", "="}));
+    // Once a colour row came, every row goes to the colour loop. Basic reads "&H00FF"
+    // as a 16-bit 255; "x" and "&Hzz" are no numbers, so the colour stays 0.
+    EXPECT_EQ(ColorRows(doc), QStringList({"ff0000=line", "ff=", "0=y", "0=bad", "0="}));
+    QString labels;
+    for (int row = 1; row <= doc.spdChangeTable().MaxRows(); ++row)
+        labels += doc.spdChangeTable().GetText(0, row);
+    EXPECT_EQ(labels, "123");
 }
 
 TEST_F(TranslateTest, TheTablesStayWhenTheOptionIsOff)
 {
     doc.TranslateOption = 0;
-    doc.ChangeTable = { { QStringLiteral("k"), QStringLiteral("v") }, {} };
+    SetChangeRow(doc, 1, QStringLiteral("k"), QStringLiteral("v"));
     doc.setContent(QStringLiteral("//a=b\r\ntext"));
     EXPECT_EQ(ViewText(), QStringLiteral("//a=b\r\ntext"));
-    EXPECT_EQ(doc.ChangeTable[0].From, QStringLiteral("k"));
+    EXPECT_EQ(ChangeRows(doc).first(), "k=v");
     EXPECT_EQ(doc.Content(), QStringLiteral("//a=b\r\ntext"));
 }
 
@@ -104,18 +139,18 @@ TEST_F(TranslateTest, RowLabels)
 TEST_F(TranslateTest, WritingPutsTheTableRowsInFront)
 {
     doc.setContent(QStringLiteral("line 1\r\nline 2"));
-    doc.ChangeTable
-        = { { QStringLiteral("a"), QStringLiteral("b") }, { QStringLiteral(" "), QString() }, {} };
-    doc.ColorTable = { { 0xFF, QStringLiteral("red") }, { 0x123456, QStringLiteral(" ") }, {} };
+    SetChangeRow(doc, 1, QStringLiteral("a"), QStringLiteral("b"));
+    SetChangeRow(doc, 2, QStringLiteral(" "), QString());
+    SetColorRow(doc, 1, 0xFF, QStringLiteral("red"));
+    SetColorRow(doc, 2, 0x123456, QStringLiteral(" "));
     EXPECT_EQ(doc.Content(), QStringLiteral("//a=b\r\n//&H0000FF=red\r\nline 1\r\nline 2"));
 
     // Read back, the same tables come out.
     CTranslate again;
     again.setContent(doc.Content());
     EXPECT_EQ(DocumentPlainText(*again.Translate()), QStringLiteral("line 1\r\nline 2"));
-    ASSERT_EQ(again.ColorTable.size(), 2u);
-    EXPECT_EQ(again.ColorTable[0].Colour, 0xFF);
-    EXPECT_EQ(again.ChangeTable[0].To, QStringLiteral("b"));
+    EXPECT_EQ(ColorRows(again), QStringList({"ff=red", "0="}));
+    EXPECT_EQ(ChangeRows(again), QStringList({"a=b", "="}));
 }
 
 TEST_F(TranslateTest, TheWalkTurnsFormatsIntoTags)
@@ -158,7 +193,7 @@ TEST_F(TranslateTest, TagOrderAtOnePosition)
 TEST_F(TranslateTest, ColourRowsAreWalkedInTheirColour)
 {
     doc.setContent(QStringLiteral("text"));
-    doc.ColorTable = { { 0xFF, QStringLiteral("r") }, {} };
+    SetColorRow(doc, 1, 0xFF, QStringLiteral("r"));
     doc.ChangeOption = 3;
     EXPECT_EQ(doc.Content(), QStringLiteral("{\\c&HFF&}//&H0000FF=r\r\n{\\c&H0&}text"));
 }
@@ -196,8 +231,8 @@ TEST_F(TranslateTest, RichDraftsKeepTablesTextAndFormats)
         QStringLiteral("{\\rtf1{\\colortbl ;\\red255\\green0\\blue0;}//a=b\\par //&H0000FF=red\\par "
                        "plain {\\cf1\\b red}\\par end}"));
     EXPECT_EQ(ViewText(), QStringLiteral("plain red\r\nend"));
-    EXPECT_EQ(doc.ChangeTable[0].From, QStringLiteral("a"));
-    EXPECT_EQ(doc.ColorTable[0].Colour, 0xFF);
+    EXPECT_EQ(ChangeRows(doc).first(), "a=b");
+    EXPECT_EQ(ColorRows(doc).first(), "ff=red");
 
     const QString rtf = doc.Content();
     ASSERT_TRUE(IsRtf(rtf));
@@ -205,8 +240,8 @@ TEST_F(TranslateTest, RichDraftsKeepTablesTextAndFormats)
     back.ScriptType = 6;
     back.setContent(rtf);
     EXPECT_EQ(DocumentPlainText(*back.Translate()), QStringLiteral("plain red\r\nend"));
-    EXPECT_EQ(back.ChangeTable[0].To, QStringLiteral("b"));
-    EXPECT_EQ(back.ColorTable[0].Text, QStringLiteral("red"));
+    EXPECT_EQ(ChangeRows(back).first(), "a=b");
+    EXPECT_EQ(ColorRows(back).first(), "ff=red");
     back.ScriptType = 0;
     back.TranslateOption = 0;
     back.ChangeOption = 1 | 2 | 64;
