@@ -408,15 +408,22 @@ void CTimingGrid::RestoreListCells(
     }
 }
 
+QStringList CTimingGrid::ColumnTexts(int col) const
+{
+    const CSpread &grid = *m_spread;
+    QStringList texts;
+    texts.reserve(grid.MaxRows());
+    for (int row = 1; row <= grid.MaxRows(); ++row)
+        texts << grid.GetText(col, row);
+    return texts;
+}
+
 void CTimingGrid::RefreshStyleCells(const CFonts &fonts)
 {
     CSpread &grid = *m_spread;
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
-    QStringList kept;
-    kept.reserve(grid.MaxRows());
-    for (int row = 1; row <= grid.MaxRows(); ++row)
-        kept << grid.GetText(ColStyle, row);
+    const QStringList kept = ColumnTexts(ColStyle);
     RefreshStyleColumn(fonts);
     RestoreListCells(ColStyle, kept, &fonts, kDefault);
 }
@@ -432,10 +439,7 @@ void CTimingGrid::RefreshOwnerCells(const QStringList &names)
     CSpread &grid = *m_spread;
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
-    QStringList kept;
-    kept.reserve(grid.MaxRows());
-    for (int row = 1; row <= grid.MaxRows(); ++row)
-        kept << grid.GetText(ColOwner, row);
+    const QStringList kept = ColumnTexts(ColOwner);
     RefreshOwnerColumn(names);
     RestoreListCells(ColOwner, kept, nullptr, kOwnerDefault);
 }

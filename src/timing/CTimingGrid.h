@@ -146,6 +146,8 @@ public:
     QString TextColumn() const override;
 
 private:
+    // The texts of one column, rows 1 to MaxRows.
+    QStringList ColumnTexts(int col) const;
     void SetColumnHidden(int col, bool hidden);
     const CFonts *DocumentFonts() const;
     QStringList ColumnItems(int col) const;
