@@ -1,6 +1,7 @@
 #include "FuzzSupport.h"
 
 #include "core/CScriptedPrompt.h"
+#include "core/basGuiHooks.h"
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
 #include "core/basText.h"
@@ -20,6 +21,7 @@ void FuzzInit()
     static char name[] = "fuzz";
     static char *argv[] = {name, nullptr};
     static QGuiApplication app(argc, argv);
+    basGuiHooks::InstallGuiHooks();
     static QTemporaryDir home;
     SetSettingsFile(home.filePath(QStringLiteral("Velmar.ini")));
     SetProgramFolder(home.filePath(QStringLiteral("program")));

@@ -1,4 +1,5 @@
 // The entry procedure: the core of the run, then the frame, which carries the run.
+#include "core/basGuiHooks.h"
 #include "core/basMain.h"
 #include "shell/CRecentFile.h"
 #include "ui/CQtPrompt.h"
@@ -12,6 +13,7 @@ int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Velmar"));
+    basGuiHooks::InstallGuiHooks();
     CQtPrompt prompt;
     SetPrompt(&prompt);
     // Version, hot keys, catalogue and the root with its collections.

@@ -17,10 +17,17 @@ template <typename T> class CKeyedList
 public:
     T *Add(const QString &key, std::unique_ptr<T> member)
     {
-        if (m_index.contains(key))
+        if (Exists(key))
             throw VelmarError(457, QStringLiteral("This key is already associated with an element of this collection"));
+        return AddNew(key, std::move(member));
+    }
+
+    // Appends a member whose key the caller knows to be new (a key from a counter that
+    // never repeats). The key is indexed when a lookup first needs it, so reading a long
+    // script does not pay for a hash insert per line.
+    T *AddNew(const QString &key, std::unique_ptr<T> member)
+    {
         T *raw = member.get();
-        m_index.insert(key, raw);
         m_items.push_back({key, std::move(member)});
         return raw;
     }
@@ -28,18 +35,20 @@ public:
     // Inserts before the member at a 0-based position.
     T *Insert(qsizetype position, const QString &key, std::unique_ptr<T> member)
     {
-        if (m_index.contains(key))
+        if (Exists(key))
             throw VelmarError(457, QStringLiteral("This key is already associated with an element of this collection"));
         position = std::clamp<qsizetype>(position, 0, Count());
         T *raw = member.get();
         m_index.insert(key, raw);
         m_items.insert(m_items.begin() + position, Entry{key, std::move(member)});
+        ++m_indexed;
         return raw;
     }
 
     // Removes and returns the member, or nullptr for an unknown key.
     std::unique_ptr<T> Take(const QString &key)
     {
+        catchUp();
         auto found = m_index.find(key);
         if (found == m_index.end())
             return nullptr;
@@ -48,6 +57,7 @@ public:
         auto it = std::find_if(m_items.begin(), m_items.end(), [raw](const Entry &e) { return e.member.get() == raw; });
         std::unique_ptr<T> owned = std::move(it->member);
         m_items.erase(it);
+        --m_indexed;
         return owned;
     }
 
@@ -58,7 +68,11 @@ public:
             throw VelmarError::InvalidCall();
     }
 
-    T *Find(const QString &key) const { return m_index.value(key, nullptr); }
+    T *Find(const QString &key) const
+    {
+        catchUp();
+        return m_index.value(key, nullptr);
+    }
     T *Item(const QString &key) const
     {
         T *found = Find(key);
@@ -66,7 +80,11 @@ public:
             throw VelmarError::InvalidCall();
         return found;
     }
-    bool Exists(const QString &key) const { return m_index.contains(key); }
+    bool Exists(const QString &key) const
+    {
+        catchUp();
+        return m_index.contains(key);
+    }
 
     T *At(qsizetype index) const
     {
@@ -81,11 +99,11 @@ public:
     {
         m_items.clear();
         m_index.clear();
+        m_indexed = 0;
     }
     void Reserve(qsizetype n)
     {
         m_items.reserve(size_t(n));
-        m_index.reserve(n);
     }
 
     // Iteration over the members in order: `for (T *m : list)`.
@@ -124,11 +142,23 @@ public:
     }
 
 private:
+    // Indexes the members appended by AddNew since the last lookup.
+    void catchUp() const
+    {
+        if (m_indexed == m_items.size())
+            return;
+        m_index.reserve(qsizetype(m_items.size()));
+        for (; m_indexed < m_items.size(); ++m_indexed)
+            m_index.insert(m_items[m_indexed].key, m_items[m_indexed].member.get());
+    }
+
     struct Entry
     {
         QString key;
         std::unique_ptr<T> member;
     };
     std::vector<Entry> m_items;
-    QHash<QString, T *> m_index;
+    // Keys of m_items[0, m_indexed); the members behind them are indexed on demand.
+    mutable QHash<QString, T *> m_index;
+    mutable size_t m_indexed = 0;
 };

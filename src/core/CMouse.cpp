@@ -1,25 +1,23 @@
 #include "core/CMouse.h"
 
-#include <QCursor>
-#include <QGuiApplication>
+#include "core/basGuiHooks.h"
 
 CMouse::~CMouse()
 {
-    if (!m_remembered || !qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+    const auto restore = basGuiHooks::Hooks().RestoreCursor;
+    if (!m_remembered || !restore)
         return;
     while (m_pushed-- > 0)
-        QGuiApplication::restoreOverrideCursor();
+        restore();
 }
 
 void CMouse::SetPointer(Qt::CursorShape NewPointer)
 {
     m_remembered = true;
-    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+    const auto set = basGuiHooks::Hooks().SetCursor;
+    if (!set)
         return;
-    if (m_pushed == 0) {
-        QGuiApplication::setOverrideCursor(QCursor(NewPointer));
+    set(NewPointer, m_pushed > 0);
+    if (m_pushed == 0)
         ++m_pushed;
-    } else {
-        QGuiApplication::changeOverrideCursor(QCursor(NewPointer));
-    }
 }

@@ -2,6 +2,7 @@
 
 #include "core/VelmarError.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -183,6 +184,10 @@ qint32 CLng(QStringView text)
 
 bool IsNumeric(QStringView text)
 {
+    // Plain digits, as in margins and layers, are numbers without the full parse.
+    if (!text.isEmpty() && text.size() <= 15
+        && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
+        return true;
     double v = 0;
     try {
         return parseDecimal(text, v);

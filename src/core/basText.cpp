@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QSaveFile>
 #include <QStringDecoder>
+#include <QtEndian>
 
 #include <cerrno>
 #include <iconv.h>
@@ -195,21 +196,32 @@ TextFileRead ReadTextStream(const QString &path, int fileCode)
 
 bool WriteTextFile(const QString &path, const QString &text, bool unicode, QString *error)
 {
+    // Unbuffered: the whole text goes to the file in one call, without a copy through the
+    // device's buffer.
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         if (error)
             *error = file.errorString();
         return false;
     }
-    QByteArray bytes;
+    const auto put = [&file](const char *data, qint64 size) { return file.write(data, size) == size; };
+    bool written;
     if (unicode) {
-        bytes.reserve(text.size() * 2 + 2);
-        bytes.append("\xFF\xFE", 2);
-        bytes.append(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+        written = put("\xFF\xFE", 2);
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+        // The text's own storage already is UTF-16LE.
+        written = written && put(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+#else
+        QByteArray bytes(text.size() * 2, Qt::Uninitialized);
+        for (qsizetype i = 0; i < text.size(); ++i)
+            qToLittleEndian(text.at(i).unicode(), bytes.data() + i * 2);
+        written = written && put(bytes.constData(), bytes.size());
+#endif
     } else {
-        bytes = EncodeSystemCodePage(text);
+        const QByteArray bytes = EncodeSystemCodePage(text);
+        written = put(bytes.constData(), bytes.size());
     }
-    if (file.write(bytes) != bytes.size() || !file.commit()) {
+    if (!written || !file.commit()) {
         if (error)
             *error = file.errorString();
         return false;

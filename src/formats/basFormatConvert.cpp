@@ -129,7 +129,7 @@ QString ContentToSMI(const CSSAContent &content)
             continue;
         text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->StartTime() * 1000)
             + QStringLiteral("><P>");
-        text += line->DialogText;
+        text += line->DialogText();
         text += kLineEnd;
         text += QStringLiteral("<SYNC Start=") + basConvert::CStr(line->EndTime() * 1000)
             + QStringLiteral("><P>&nbsp;\r\n");
@@ -179,11 +179,11 @@ QString ContentToSMP(const CSSAContent &content)
         if (!isWritten(line))
             continue;
         if (subType == 0) {
-            text += u'0' + line->StartTimeString().left(9) + u':' + line->DialogText + kLineEnd;
+            text += u'0' + line->StartTimeString().left(9) + u':' + line->DialogText() + kLineEnd;
             text += u'0' + line->EndTimeString().left(9) + u':' + kLineEnd;
         } else if (subType == 1) {
             text += frameTime(line->StartTime()) + QStringLiteral("     ") + frameTime(line->EndTime())
-                + QStringLiteral("     ") + line->DialogText + kLineEnd;
+                + QStringLiteral("     ") + line->DialogText() + kLineEnd;
         }
     }
     return text;
@@ -198,7 +198,7 @@ QString ContentToSST(const CSSAContent &content)
             continue;
         ++counter;
         text += QString::number(counter) + QStringLiteral("\t\t") + frameTime(line->StartTime()) + u'\t'
-            + frameTime(line->EndTime()) + u'\t' + line->DialogText + kLineEnd;
+            + frameTime(line->EndTime()) + u'\t' + line->DialogText() + kLineEnd;
     }
     return text;
 }
@@ -208,7 +208,7 @@ QString ContentToLRC(const CSSAContent &content)
     QString text;
     const CSSAContentLine *previous = nullptr;
     auto appendLyric = [&text](const CSSAContentLine *line) {
-        text += lrcStamp(line->StartTimeString()) + line->DialogText + kLineEnd;
+        text += lrcStamp(line->StartTimeString()) + line->DialogText() + kLineEnd;
     };
     for (const CSSAContentLine *line : content) {
         if (!isWritten(line))
@@ -247,46 +247,31 @@ void AppendStripOverridesToLines(QString &out, QStringView dialog)
         out += dialog;
         return;
     }
-    QString text = dialog.toString();
-    qsizetype from = 0;
-    for (;;) {
-        qsizetype open = -1;
-        for (qsizetype i = from; i + 1 < text.size(); ++i) {
-            if (text[i] == u'{' && text[i + 1] == u'\\') {
-                open = i;
-                break;
-            }
-        }
-        if (open < 0)
-            break;
-        const qsizetype close = text.indexOf(u'}', open + 2);
-        if (close < 0) {
-            text.truncate(open);
-            break;
-        }
-        text.remove(open, close - open + 1);
-        // Only a "{" just in front of the cut can make a new block with what follows.
-        from = open > 0 ? open - 1 : 0;
-    }
-    // "\h" becomes a blank, "\n" and "\N" a line end, in one pass from the left.
-    out.reserve(out.size() + text.size() + 8);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        if (c == u'\\' && i + 1 < text.size()) {
-            const QChar next = text[i + 1];
+    const qsizetype base = out.size();
+    const qsizetype m = basScript::AppendWithoutOverrideBlocks(out, dialog);
+    // "\h" becomes a blank, "\n" and "\N" a line end, in one pass from the left. No
+    // replacement is longer than its pair, so the pass works in place.
+    QChar *data = out.data() + base;
+    qsizetype w = 0;
+    for (qsizetype r = 0; r < m; ++r) {
+        const QChar c = data[r];
+        if (c == u'\\' && r + 1 < m) {
+            const QChar next = data[r + 1];
             if (next == u'h') {
-                out += u' ';
-                ++i;
+                data[w++] = u' ';
+                ++r;
                 continue;
             }
             if (next == u'n' || next == u'N') {
-                out += QStringLiteral("\r\n");
-                ++i;
+                data[w++] = u'\r';
+                data[w++] = u'\n';
+                ++r;
                 continue;
             }
         }
-        out += c;
+        data[w++] = c;
     }
+    out.truncate(base + w);
 }
 
 QString StripOverridesToLines(const QString &dialog)

@@ -40,7 +40,7 @@ CSSAContentLine *CSSAContent::adopt(std::unique_ptr<CSSAContentLine> line)
 {
     line->setSerialNo(m_counter + 1);
     line->setParent(this);
-    CSSAContentLine *raw = m_lines.Add(QString::number(m_counter + 1), std::move(line));
+    CSSAContentLine *raw = m_lines.AddNew(QString::number(m_counter + 1), std::move(line));
     ++m_counter;
     if (ContentLineCreated)
         ContentLineCreated(raw);
@@ -110,7 +110,6 @@ std::unique_ptr<CSSAContent> CSSAContent::DuplicateSSA() const
         line->TimeFormat = src->TimeFormat;
         line->Blank = src->Blank;
         line->setDialog(src->Dialog());
-        line->DialogText = src->DialogText;
         line->setEffectName(src->EffectName());
         line->setEffect(src->Effect());
         line->setEffectDelay(src->EffectDelay());

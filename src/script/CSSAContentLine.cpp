@@ -65,26 +65,10 @@ QString StripOverrides(const QString &text)
     if (!text.contains(u'\\'))
         return text;
     QString out;
-    out.reserve(text.size());
-    const qsizetype n = text.size();
-    for (qsizetype i = 0; i < n; ++i) {
-        const QChar c = text[i];
-        // "{\" begins an override block; the text kept so far never holds one, so the
-        // brace in front is the last character kept.
-        if (c == u'\\' && !out.isEmpty() && out.back() == u'{') {
-            out.chop(1);
-            const qsizetype close = text.indexOf(u'}', i + 1);
-            if (close < 0)
-                break;
-            i = close;
-            continue;
-        }
-        out += c;
-    }
+    const qsizetype m = AppendWithoutOverrideBlocks(out, text);
     // "\n", "\N" and "\h" become blanks. Two such pairs never overlap and a blank never
     // makes a new one, so one pass gives what three replacements in turn would.
     qsizetype w = 0;
-    const qsizetype m = out.size();
     QChar *data = out.data();
     for (qsizetype r = 0; r < m; ++r) {
         if (data[r] == u'\\' && r + 1 < m
@@ -255,7 +239,17 @@ void CSSAContentLine::setEffect(QStringView value)
 void CSSAContentLine::setDialog(const QString &value)
 {
     m_dialog = value;
-    DialogText = StripOverrides(value);
+    m_dialogText.clear();
+    m_dialogTextMade = false;
+}
+
+const QString &CSSAContentLine::DialogText() const
+{
+    if (!m_dialogTextMade) {
+        m_dialogText = StripOverrides(m_dialog);
+        m_dialogTextMade = true;
+    }
+    return m_dialogText;
 }
 
 qint32 CSSAContentLine::ScriptType() const
@@ -398,5 +392,5 @@ void CSSAContentLine::AppendContent(QString &out) const
         out += u',';
     }
     if (mask & 16)
-        out += (mask & 32) ? m_dialog : DialogText;
+        out += (mask & 32) ? m_dialog : DialogText();
 }

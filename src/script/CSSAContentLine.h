@@ -20,7 +20,6 @@ public:
     // Public fields.
     bool Blank = false;
     qint32 LineType = 0;
-    QString DialogText;
     // Outcome of the last parse: 0 fine, 3 no ":", 5 fewer than nine fields, -1 a field
     // could not be converted.
     qint16 ErrNumber = 0;
@@ -89,9 +88,12 @@ public:
     qint16 EffectLeftToRight() const { return m_effectLeftToRight; }
     void setEffectLeftToRight(qint16 value) { m_effectLeftToRight = value; }
 
-    // The text with its override tags; writing it recomputes DialogText.
+    // The text with its override tags; writing it makes DialogText anew.
     const QString &Dialog() const { return m_dialog; }
     void setDialog(const QString &value);
+    // The text without its override tags. It is made when first asked for: most saves
+    // and conversions never read it, and stripping every line of a long script costs.
+    const QString &DialogText() const;
 
     double TimeOffset() const { return m_timeOffset; }
     void setTimeOffset(double value) { m_timeOffset = value; }
@@ -136,5 +138,7 @@ private:
     qint16 m_effectFade = 0;
     qint16 m_effectLeftToRight = 0;
     QString m_dialog;
+    mutable QString m_dialogText;
+    mutable bool m_dialogTextMade = false;
     double m_timeOffset = 0;
 };

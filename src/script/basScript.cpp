@@ -87,4 +87,30 @@ void AppendTime2(QString &out, double seconds)
     out.append(reinterpret_cast<const QChar *>(tail), 9);
 }
 
+qsizetype AppendWithoutOverrideBlocks(QString &out, QStringView text)
+{
+    const qsizetype base = out.size();
+    const qsizetype n = text.size();
+    out.resize(base + n);
+    QChar *kept = out.data() + base;
+    const QChar *src = text.data();
+    qsizetype w = 0;
+    for (qsizetype i = 0; i < n; ++i) {
+        const QChar c = src[i];
+        // What is kept never holds "{\": a backslash behind a kept "{" opens a block,
+        // the leftmost one there is.
+        if (c == u'\\' && w > 0 && kept[w - 1] == u'{') {
+            --w;
+            const qsizetype close = text.indexOf(u'}', i + 1);
+            if (close < 0)
+                break;
+            i = close;
+            continue;
+        }
+        kept[w++] = c;
+    }
+    out.truncate(base + w);
+    return w;
+}
+
 } // namespace basScript

@@ -39,4 +39,9 @@ double FastStringToTime(QStringView text);
 // TimeToString(seconds, 2) appended in place.
 void AppendTime2(QString &out, double seconds);
 
+// Appends `text` without its override blocks: "{\" up to the next "}" goes, and a
+// block that never closes cuts the rest. Removing a block can join a "{" in front with
+// a "\" behind into a new block, which goes too. Returns the appended part's length.
+qsizetype AppendWithoutOverrideBlocks(QString &out, QStringView text);
+
 } // namespace basScript

@@ -1,9 +1,8 @@
 #include "timing/CSpread.h"
 
 #include "core/basConvert.h"
+#include "core/basGuiHooks.h"
 
-#include <QGuiApplication>
-#include <QPalette>
 #include <algorithm>
 
 namespace {
@@ -17,56 +16,21 @@ QStringList SplitItems(const QString &tabSeparated)
     return tabSeparated.split(Tab);
 }
 
-QPalette::ColorRole SystemColorRole(quint32 index)
+// The roles a text or list write changes, made once: a grid load writes hundreds of
+// thousands of cells.
+const QList<int> &textRoles()
 {
-    switch (index) {
-    case 0x05:
-        return QPalette::Base; // window background
-    case 0x06:
-        return QPalette::Dark; // window frame
-    case 0x08:
-        return QPalette::Text; // window text
-    case 0x0C:
-        return QPalette::Window; // application workspace
-    case 0x0D:
-        return QPalette::Highlight;
-    case 0x0E:
-        return QPalette::HighlightedText;
-    case 0x0F:
-        return QPalette::Button; // button face
-    case 0x10:
-        return QPalette::Dark; // button shadow
-    case 0x11:
-        return QPalette::PlaceholderText; // grey text
-    case 0x12:
-        return QPalette::ButtonText;
-    case 0x14:
-        return QPalette::Light; // button highlight
-    case 0x17:
-        return QPalette::ToolTipText;
-    case 0x18:
-        return QPalette::ToolTipBase;
-    case 0x01:
-        return QPalette::Window; // desktop
-    case 0x04:
-        return QPalette::Window; // menu
-    case 0x07:
-        return QPalette::WindowText; // menu text
-    default:
-        return QPalette::Text;
-    }
+    static const QList<int> roles{ Qt::DisplayRole, Qt::EditRole };
+    return roles;
+}
+
+const QList<int> &textAndChoiceRoles()
+{
+    static const QList<int> roles{ Qt::DisplayRole, Qt::EditRole, CSpread::ListChoiceRole };
+    return roles;
 }
 
 } // namespace
-
-QColor CSpread::ToQColor(quint32 color)
-{
-    if (color & SystemColorFlag) {
-        const QPalette palette = qGuiApp ? QGuiApplication::palette() : QPalette();
-        return palette.color(SystemColorRole(color & 0xFFu));
-    }
-    return QColor(int(color & 0xFFu), int((color >> 8) & 0xFFu), int((color >> 16) & 0xFFu));
-}
 
 CSpread::CSpread(QObject *parent)
     : QAbstractTableModel(parent)
@@ -336,7 +300,7 @@ void CSpread::setText(const QString &text)
         NotifyHeader(Qt::Vertical, rows.first, rows.last);
         return;
     }
-    ForEachTarget([&](Cell &cell, int c) { WriteText(cell, c, text); }, { Qt::DisplayRole, Qt::EditRole });
+    ForEachTarget([&](Cell &cell, int c) { WriteText(cell, c, text); }, textRoles());
 }
 
 double CSpread::Value() const
@@ -367,7 +331,7 @@ void CSpread::setValue(double value)
                 break;
             }
         },
-        { Qt::DisplayRole, Qt::EditRole });
+        textRoles());
 }
 
 // ---- cursor ------------------------------------------------------------------------
@@ -567,7 +531,7 @@ void CSpread::setListChoice(int index)
             if (type.Kind == SpreadCellKind::List && index >= -1 && index < type.ListItems.size())
                 Choose(cell, type, index);
         },
-        { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
+        textAndChoiceRoles());
 }
 
 // ---- editor ------------------------------------------------------------------------
@@ -744,7 +708,7 @@ void CSpread::ClearBlock()
             cells[size_t(c)].Choice = -1;
         }
     }
-    NotifyCells(col1, row1, col2, row2, { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
+    NotifyCells(col1, row1, col2, row2, textAndChoiceRoles());
 }
 
 void CSpread::MoveBlock()
@@ -818,7 +782,7 @@ void CSpread::SetText(int col, int row, const QString &text)
         return;
     }
     WriteText(*cell, col, text);
-    NotifyCells(col, row, col, row, { Qt::DisplayRole, Qt::EditRole });
+    NotifyCells(col, row, col, row, textRoles());
 }
 
 int CSpread::GetListChoice(int col, int row) const
@@ -839,7 +803,7 @@ bool CSpread::ChooseItem(int col, int row, const QString &text)
     if (index < 0)
         return false;
     Choose(*cell, type, int(index));
-    NotifyCells(col, row, col, row, { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
+    NotifyCells(col, row, col, row, textAndChoiceRoles());
     return true;
 }
 
@@ -888,9 +852,10 @@ QVariant CSpread::data(const QModelIndex &index, int role) const
     case Qt::EditRole:
         return cell->Text;
     case Qt::ForegroundRole:
-        return ToQColor(cell->Fore);
     case Qt::BackgroundRole:
-        return ToQColor(cell->Back);
+        if (const auto colour = basGuiHooks::Hooks().Colour)
+            return colour(role == Qt::ForegroundRole ? cell->Fore : cell->Back);
+        return {};
     case ForeColorCodeRole:
         return cell->Fore;
     case BackColorCodeRole:
@@ -941,7 +906,7 @@ bool CSpread::setData(const QModelIndex &index, const QVariant &value, int role)
     } else {
         return false;
     }
-    NotifyCells(col, row, col, row, { Qt::DisplayRole, Qt::EditRole, ListChoiceRole });
+    NotifyCells(col, row, col, row, textAndChoiceRoles());
     emit CellEdited(col, row);
     return true;
 }

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/basGuiHooks.h"
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
 
@@ -22,6 +23,7 @@ int main(int argc, char **argv)
 #else
     QGuiApplication app(argc, argv);
 #endif
+    basGuiHooks::InstallGuiHooks();
     QTemporaryDir home;
     SetSettingsFile(home.filePath(QStringLiteral("config/Velmar.ini")));
     SetProgramFolder(home.filePath(QStringLiteral("program")));
