@@ -36,14 +36,12 @@ qint32 OpenTypeFromExtension(const QString &fileName)
 }
 
 // The document's own grid, if it has one, takes the lines just read. A body of another
-// format was only read into its list: its events are made now, for the grid to load.
+// format was only read into its list: the grid's load makes its events first.
 static void loadGrid(CTiming &doc)
 {
     auto *grid = dynamic_cast<CTimingGrid *>(doc.TimingTable);
     if (!grid)
         return;
-    if (CTimingFormats::IsFormatType(doc.ScriptType()))
-        doc.Formats.FillEvents();
     grid->LoadGridFromContent(*doc.SSAContent, doc.Fonts.get());
 }
 
