@@ -50,6 +50,31 @@ TEST(KeyedList, KeepsOrderAndLooksUpByKey)
     EXPECT_THROW(list.Remove("c"), VelmarError);
 }
 
+TEST(KeyedList, MembersAddedUncheckedAreFoundAndGuardedLikeTheRest)
+{
+    CKeyedList<Item> list;
+    list.AddNew("1", std::make_unique<Item>(1));
+    list.AddNew("2", std::make_unique<Item>(2));
+    EXPECT_EQ(list.Find("2")->value, 2);
+    list.AddNew("3", std::make_unique<Item>(3));
+    // A checked add after unchecked ones still sees every key.
+    EXPECT_THROW(list.Add("3", std::make_unique<Item>(9)), VelmarError);
+    list.Insert(0, "0", std::make_unique<Item>(0));
+    list.AddNew("4", std::make_unique<Item>(4));
+    ASSERT_TRUE(list.Take("2"));
+    EXPECT_EQ(list.Find("2"), nullptr);
+    EXPECT_EQ(list.Find("4")->value, 4);
+    EXPECT_EQ(list.Find("0")->value, 0);
+    std::vector<int> order;
+    for (Item *i : list)
+        order.push_back(i->value);
+    EXPECT_EQ(order, (std::vector<int>{0, 1, 3, 4}));
+    list.Clear();
+    EXPECT_EQ(list.Find("1"), nullptr);
+    list.AddNew("1", std::make_unique<Item>(7));
+    EXPECT_EQ(list.Item("1")->value, 7);
+}
+
 TEST(DocumentLists, SerialsNeverFallAndKeysAreDecimal)
 {
     CTimings timings;

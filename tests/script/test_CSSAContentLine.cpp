@@ -253,3 +253,15 @@ TEST(StripOverrides, RemovesBlocksAndBreaks)
     EXPECT_EQ(StripOverrides(QStringLiteral("\\H\\X")), QStringLiteral("\\H\\X"));
     EXPECT_EQ(StripOverrides(QStringLiteral("中文{\\fs20}字幕")), QStringLiteral("中文字幕"));
 }
+
+TEST(StripOverrides, TheLinesStrippedTextFollowsEveryNewDialogue)
+{
+    auto owned = Class::Make<CSSAContentLine>(0);
+    CSSAContentLine &line = *owned;
+    line.setDialog(QStringLiteral("{\\b1}one"));
+    EXPECT_EQ(line.DialogText(), QStringLiteral("one"));
+    line.setDialog(QStringLiteral("two\\Nlines"));
+    EXPECT_EQ(line.DialogText(), QStringLiteral("two lines"));
+    line.Parse(QStringLiteral("Dialogue: 0,0:00:01.00,0:00:02.00,Default,,0,0,0,,{\\i1}three"));
+    EXPECT_EQ(line.DialogText(), QStringLiteral("three"));
+}
