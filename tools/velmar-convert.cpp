@@ -25,11 +25,14 @@ const char usageText[] =
     "Opens INPUT as a timing window does and saves it as OUTPUT through the file options.\n"
     "  --to TYPE            type to save: 0-9 or events ssa ass smi srt smp txt lrc sst\n"
     "                       (default: from OUTPUT's extension)\n"
-    "  --open-as TYPE       type to open INPUT as (default: from INPUT's extension)\n"
+    "  --open-as TYPE       type to open INPUT as, read with the --encoding code as the\n"
+    "                       file options read it (default: type from INPUT's extension,\n"
+    "                       UTF-16 only when the file starts with a byte-order mark)\n"
     "  --sub-type 0|1       SMP line form (default 0)\n"
     "  --option MASK        sections and columns to write, 0-255 (default 255)\n"
     "  --time-format N      0 9:59:59.99, 1 9:59:59.90, 2 9:59:59, 3 59:59 (default 0)\n"
-    "  --encoding unicode|ansi|default   (default: default, written as Unicode)\n"
+    "  --encoding unicode|ansi|default   code to write (and to read with --open-as);\n"
+    "                       default: written as Unicode, read by the byte-order mark\n"
     "  --answer yes|no      answer to every question (default yes)\n"
     "  --no-backup          do not copy the old OUTPUT into AutoBak\n"
     "Exit status: 0 written, 1 INPUT unreadable or OUTPUT unwritable, 2 usage error.\n";
@@ -244,7 +247,12 @@ int main(int argc, char *argv[])
         return status;
     };
 
-    if (basTimingFile::OpenTimingFile(*doc, o.Input, o.OpenAs) == basTimingFile::OpenResult::Unreadable) {
+    // A type chosen for the input is a pick through the file options: the file is then read
+    // with the chosen code, as the dialog reads it.
+    const basTimingFile::OpenResult opened = o.OpenAs >= 0
+        ? basTimingFile::OpenWithOptions(*doc, o.Input, o.OpenAs, o.FileCode)
+        : basTimingFile::OpenTimingFile(*doc, o.Input);
+    if (opened == basTimingFile::OpenResult::Unreadable) {
         printLine(QStringLiteral("velmar-convert: cannot read ") + o.Input);
         return leave(1);
     }

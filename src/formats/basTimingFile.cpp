@@ -45,33 +45,65 @@ static void loadGrid(CTiming &doc)
     grid->LoadGridFromContent(*doc.SSAContent, doc.Fonts.get());
 }
 
-void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode)
+// The text into the document (and its grid unless it is plain text), left unchanged.
+static void takeText(CTiming &doc, qint32 type, const QString &text)
 {
     doc.setScriptType(type);
-    doc.FileCode = unicode ? -1 : 0;
-    doc.TimingOption = 255;
     doc.setContent(text);
     if (type != 7)
         loadGrid(doc);
     doc.setChanged(false);
 }
 
-OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
+// The name is recorded as opened, and goes into the recent files unless it is the
+// start-up script.
+static void recordOpened(CTiming &doc, const QString &fileName, qint32 type)
 {
-    const qint32 type = openAs >= 0 ? openAs : OpenTypeFromExtension(fileName);
-    const WholeFileRead read = ReadWholeFile(fileName, false);
-    if (!read.Ok) {
-        MsgBox(QString::fromUtf16(u" 无法打开文件。 ") + fileName);
-        return OpenResult::Unreadable;
-    }
-    if (read.Empty)
-        return OpenResult::Empty;
-    ReadIntoDocument(doc, type, read.Text, read.Unicode);
     doc.setFileName(fileName);
     const bool initScript = fileName.endsWith(QStringLiteral("/Init.ass"), Qt::CaseInsensitive)
         || fileName.endsWith(QStringLiteral("\\Init.ass"), Qt::CaseInsensitive);
     if (RecentFile && !initScript)
         RecentFile->InsertRecentFileList(fileName, type);
+}
+
+static OpenResult unreadable(const QString &fileName)
+{
+    MsgBox(QString::fromUtf16(u" 无法打开文件。 ") + fileName);
+    return OpenResult::Unreadable;
+}
+
+void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode)
+{
+    doc.FileCode = unicode ? -1 : 0;
+    doc.TimingOption = 255;
+    takeText(doc, type, text);
+}
+
+OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
+{
+    const qint32 type = openAs >= 0 ? openAs : OpenTypeFromExtension(fileName);
+    const WholeFileRead read = ReadWholeFile(fileName, false);
+    if (!read.Ok)
+        return unreadable(fileName);
+    if (read.Empty)
+        return OpenResult::Empty;
+    ReadIntoDocument(doc, type, read.Text, read.Unicode);
+    recordOpened(doc, fileName, type);
+    return OpenResult::Opened;
+}
+
+OpenResult OpenWithOptions(CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode,
+                           qint32 timingOption)
+{
+    const TextFileRead read = ReadTextStream(fileName, fileCode);
+    if (!read.Ok)
+        return unreadable(fileName);
+    if (read.Text.isEmpty())
+        return OpenResult::Empty;
+    doc.FileCode = fileCode;
+    doc.TimingOption = timingOption;
+    takeText(doc, type, read.Text);
+    recordOpened(doc, fileName, type);
     return OpenResult::Opened;
 }
 

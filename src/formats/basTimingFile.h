@@ -28,6 +28,13 @@ enum class OpenResult {
 // (unless the name ends in "Init.ass" behind a folder separator).
 OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs = -1);
 
+// Opens a file picked through the file options: the type and FileCode chosen there (the
+// document takes both, and TimingOption), a read-all through a text stream of that code
+// (0 ANSI, -1 Unicode, else by the byte-order mark), the text into the document and its
+// grid as above. An empty file ends the open; an unreadable one shows " 无法打开文件。 ".
+OpenResult OpenWithOptions(CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode,
+                           qint32 timingOption = 255);
+
 // The part of the open behind the byte read: type, FileCode (-1 for a marked UTF-16
 // file, else 0), TimingOption 255, the text into the document, the grid load, unchanged.
 void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode);

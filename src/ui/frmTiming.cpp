@@ -944,15 +944,21 @@ bool frmTiming::OpenFile(int, const QString &FileName)
 {
     if (!m_doc || !askToSave())
         return false;
-    QString name = FileName;
-    qint32 openAs = -1;
-    if (name.isEmpty()) {
-        if (!(AskFileOptions ? AskFileOptions(*this, 1) : askFileByDialog(1)))
+    basTimingFile::OpenResult result;
+    if (!FileName.isEmpty()) {
+        result = basTimingFile::OpenTimingFile(*m_doc, FileName);
+    } else if (AskFileOptions) {
+        // Picked through the file options: read with the code chosen there.
+        if (!AskFileOptions(*this, 1))
             return false;
-        name = m_doc->FileName();
-        openAs = m_doc->ScriptType();
+        result = basTimingFile::OpenWithOptions(
+            *m_doc, m_doc->FileName(), m_doc->ScriptType(), m_doc->FileCode, m_doc->TimingOption);
+    } else {
+        if (!askFileByDialog(1))
+            return false;
+        result = basTimingFile::OpenTimingFile(*m_doc, m_doc->FileName(), m_doc->ScriptType());
     }
-    if (basTimingFile::OpenTimingFile(*m_doc, name, openAs) != basTimingFile::OpenResult::Opened)
+    if (result != basTimingFile::OpenResult::Opened)
         return false;
     m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);

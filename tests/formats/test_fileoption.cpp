@@ -132,6 +132,39 @@ TEST_F(FileOption, OpenTakesMarkedUnicodeAndResetsTheOptions)
     EXPECT_EQ(doc->TextColumn(), "one\r\ntwo");
 }
 
+TEST_F(FileOption, OpenThroughTheOptionsReadsWithTheChosenCode)
+{
+    const QString srt = "1\r\n00:00:01,000 --> 00:00:02,000\r\n\u4f60\u597d\r\n\r\n";
+    const QByteArray units(reinterpret_cast<const char *>(srt.utf16()), srt.size() * 2);
+    write(path("marked.srt"), QByteArray("\xff\xfe", 2) + units);
+    write(path("bare.srt"), units);
+    write(path("empty.srt"), "");
+    const auto firstText = [this] {
+        return doc->SSAContent->Count() > 0 ? doc->SSAContent->At(0)->Dialog() : QString();
+    };
+
+    // Unicode chosen: even a file without its mark reads right.
+    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("bare.srt"), 4, -1, 28), basTimingFile::OpenResult::Opened);
+    EXPECT_EQ(firstText(), QString::fromUtf16(u"你好"));
+    EXPECT_EQ(doc->FileCode, -1);
+    EXPECT_EQ(doc->TimingOption, 28);
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->FileName(), path("bare.srt"));
+    EXPECT_FALSE(doc->Changed());
+    // Left to the stream: the mark decides.
+    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, -2), basTimingFile::OpenResult::Opened);
+    EXPECT_EQ(firstText(), QString::fromUtf16(u"你好"));
+    EXPECT_EQ(doc->FileCode, -2);
+    // ANSI chosen for a UTF-16 file: what the user asked for, not what the file is.
+    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, 0), basTimingFile::OpenResult::Opened);
+    EXPECT_NE(firstText(), QString::fromUtf16(u"你好"));
+
+    EXPECT_EQ(basTimingFile::OpenWithOptions(*doc, path("empty.srt"), 2, -1), basTimingFile::OpenResult::Empty);
+    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(basTimingFile::OpenWithOptions(*doc, path("none.srt"), 4, -1), basTimingFile::OpenResult::Unreadable);
+    EXPECT_EQ(prompt.Messages(), QStringList{QString::fromUtf16(u" 无法打开文件。 ") + path("none.srt")});
+}
+
 TEST_F(FileOption, OpenFillsTheDocumentsGridAndSaveStoresItBack)
 {
     CTimingGrid grid;

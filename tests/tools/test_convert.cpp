@@ -149,6 +149,28 @@ TEST_F(Convert, SrtToAssByExtensionsKeepsTimesAndText)
     EXPECT_TRUE(decoded(path(QStringLiteral("c.out"))).startsWith(QStringLiteral("Hello there\r\n")));
 }
 
+TEST_F(Convert, OpenAsPicksTheTypeAndReadsWithTheChosenCode)
+{
+    // An SRT body under a name that says nothing, in UTF-16 without a mark.
+    const QString srt = QStringLiteral("1\r\n00:00:01,000 --> 00:00:02,000\r\n") + QString::fromUtf16(u"你好")
+        + QStringLiteral("\r\n\r\n");
+    const QString in = path(QStringLiteral("cues.dat"));
+    {
+        QFile f(in);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(reinterpret_cast<const char *>(srt.utf16()), srt.size() * 2);
+    }
+    const QString out = path(QStringLiteral("cues.txt"));
+    ASSERT_EQ(run({QStringLiteral("--no-backup"), QStringLiteral("--open-as"), QStringLiteral("srt"),
+                   QStringLiteral("--encoding"), QStringLiteral("unicode"), in, out})
+                  .Exit,
+              0);
+    EXPECT_TRUE(decoded(out).startsWith(QString::fromUtf16(u"你好") + QStringLiteral("\r\n")));
+    // By its name alone it is plain text, read in the system code page.
+    ASSERT_EQ(run({QStringLiteral("--no-backup"), in, out}).Exit, 0);
+    EXPECT_FALSE(decoded(out).startsWith(QString::fromUtf16(u"你好")));
+}
+
 TEST_F(Convert, StatusAndMessages)
 {
     const ToolRun usage = run({QStringLiteral("--to"), QStringLiteral("docx"), QStringLiteral("a"), QStringLiteral("b")});
