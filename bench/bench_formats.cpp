@@ -1,3 +1,5 @@
+#include "BenchData.h"
+
 #include "core/Class.h"
 #include "core/basTime.h"
 #include "formats/CSRTContent.h"
@@ -9,25 +11,6 @@
 #include <benchmark/benchmark.h>
 
 namespace {
-
-// A generated SRT of `cues` blocks, about 90 bytes each, every block ending in "\r\n".
-QString generatedSrt(int cues)
-{
-    QString text;
-    text.reserve(qsizetype(cues) * 96);
-    auto stamp = [](double t) {
-        QString s = TimeToString(t, 2);
-        s.replace(u'.', u',');
-        return QStringLiteral("0") + s + QStringLiteral("0");
-    };
-    for (int i = 0; i < cues; ++i) {
-        const double start = i;
-        text += QString::number(i + 1) + QStringLiteral("\r\n");
-        text += stamp(start) + QStringLiteral(" --> ") + stamp(start + 0.8) + QStringLiteral("\r\n");
-        text += QStringLiteral("Line %1 of the generated script\\Nsecond row.\r\n\r\n").arg(i);
-    }
-    return text;
-}
 
 // A timing document reads an SRT: the file into its list, the list into the events.
 qsizetype readSrtIntoDocument(const QString &srtText)
@@ -43,7 +26,7 @@ qsizetype readSrtIntoDocument(const QString &srtText)
 
 void readSrt(benchmark::State &state, int cues)
 {
-    const QString text = generatedSrt(cues);
+    const QString text = GeneratedSrt(cues);
     qsizetype read = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(read = readSrtIntoDocument(text));
@@ -101,7 +84,7 @@ BENCHMARK(BM_WriteSrt30k)->Unit(benchmark::kMillisecond);
 // The SRT reader alone, without the events it becomes.
 static void BM_ReadSrt8kFormatOnly(benchmark::State &state)
 {
-    const QString text = generatedSrt(8191);
+    const QString text = GeneratedSrt(8191);
     for (auto _ : state) {
         CSRTContent srt;
         srt.setContent(text);

@@ -258,25 +258,16 @@ int main(int argc, char *argv[])
     }
 
     // The save dialog with the chosen options, then OK.
-    CFileOptionModel model;
-    model.Init();
-    model.AutoUpdate = false;
-    model.ParentWindowType = 0;
-    model.TimingDocument = doc.get();
-    model.BackupBeforeSave = o.Backup;
-    model.TimingOption = o.Option;
-    model.setDocumentType(doc->ScriptType(), doc->ScriptSubType());
-    model.setOperation(2);
-    model.setSubTypeButton(o.SubType);
-    model.ClickFileType(o.To ? *o.To : CFileOptionModel::TypeOfFileName(o.Output, true));
-    model.setTimeFormat(o.TimeFormat);
-    model.FileCode = o.FileCode;
-    model.FileName = o.Output;
-    model.UpdateContentByClass();
-    if (!model.Ok()) {
+    basTimingFile::SaveChoice choice;
+    choice.Type = o.To ? *o.To : CFileOptionModel::TypeOfFileName(o.Output, true);
+    choice.SubType = o.SubType;
+    choice.TimingOption = o.Option;
+    choice.TimeFormat = o.TimeFormat;
+    choice.FileCode = o.FileCode;
+    choice.Backup = o.Backup;
+    if (!basTimingFile::SaveWithOptions(*doc, o.Output, choice)) {
         printLine(QStringLiteral("velmar-convert: cannot write ") + o.Output);
         return leave(1);
     }
-    basTimingFile::TakeOverSave(*doc, model);
     return leave(0);
 }

@@ -131,4 +131,28 @@ void TakeOverSave(CTiming &doc, const CFileOptionModel &model)
     doc.setChanged(false);
 }
 
+bool SaveWithOptions(CTiming &doc, const QString &fileName, const SaveChoice &choice)
+{
+    CFileOptionModel model;
+    model.Init();
+    // Every choice below would remake the preview; it is made once, at the end.
+    model.AutoUpdate = false;
+    model.ParentWindowType = 0;
+    model.TimingDocument = &doc;
+    model.BackupBeforeSave = choice.Backup;
+    model.TimingOption = choice.TimingOption;
+    model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
+    model.setOperation(2);
+    model.setSubTypeButton(choice.SubType);
+    model.ClickFileType(choice.Type);
+    model.setTimeFormat(choice.TimeFormat);
+    model.FileCode = choice.FileCode;
+    model.FileName = fileName;
+    model.UpdateContentByClass();
+    if (!model.Ok())
+        return false;
+    TakeOverSave(doc, model);
+    return true;
+}
+
 } // namespace basTimingFile

@@ -47,4 +47,19 @@ void PrepareSave(CFileOptionModel &model, CTiming &doc);
 // and is unchanged.
 void TakeOverSave(CTiming &doc, const CFileOptionModel &model);
 
+// What is chosen in the save options.
+struct SaveChoice
+{
+    qint32 Type = 2;
+    qint32 SubType = 0;
+    qint32 TimingOption = 255;
+    qint32 TimeFormat = 0;
+    qint32 FileCode = -2;
+    bool Backup = true;
+};
+// The save dialog with these choices, then OK: the text of the chosen type made once
+// from the grid, the old file backed up, one write, and the document takes the result
+// over. False (after the message) when the file could not be written.
+bool SaveWithOptions(CTiming &doc, const QString &fileName, const SaveChoice &choice);
+
 } // namespace basTimingFile
