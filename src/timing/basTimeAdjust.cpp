@@ -14,6 +14,8 @@
 #include "timing/ITimeValueDialog.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 #include <vector>
 
 namespace basTimeAdjust {
@@ -95,53 +97,105 @@ void ForEachTimeCell(const CSpread &grid, const std::vector<TimeBlock> &blocks, 
 }
 
 // The times of every row, read once and kept up to date while a shift writes, so that
-// the overlap guard sees the rows as they stand at each moment.
-struct RowTimes
+// the overlap guard sees the rows as they stand at each moment. Each row's earlier and
+// later time are also kept in order of value: the guard only has to look at rows whose
+// time lies between a cell's old and new time.
+class RowTimes
 {
-    std::vector<double> Start;
-    std::vector<double> End;
-
+public:
     explicit RowTimes(const CSpread &grid)
     {
         const int rows = grid.MaxRows();
-        Start.resize(size_t(rows) + 1);
-        End.resize(size_t(rows) + 1);
+        m_start.resize(size_t(rows) + 1);
+        m_end.resize(size_t(rows) + 1);
         for (int row = 1; row <= rows; ++row) {
-            Start[size_t(row)] = StringToTime(grid.GetText(TG::ColStartTime, row));
-            End[size_t(row)] = StringToTime(grid.GetText(TG::ColEndTime, row));
+            m_start[size_t(row)] = StringToTime(grid.GetText(TG::ColStartTime, row));
+            m_end[size_t(row)] = StringToTime(grid.GetText(TG::ColEndTime, row));
+            index(row);
         }
     }
+
+    int Rows() const { return int(m_start.size()) - 1; }
+    double Start(int row) const { return m_start[size_t(row)]; }
+    double End(int row) const { return m_end[size_t(row)]; }
+
+    void Set(int row, int column, double value)
+    {
+        unindex(row);
+        (column == TG::ColStartTime ? m_start : m_end)[size_t(row)] = value;
+        index(row);
+    }
+
+    // The rows (not `row`) whose earlier time (`later` false) or later time lies in
+    // [from, to] with the ends taken as asked, in row order, with that time.
+    std::vector<std::pair<int, double>> RowsBetween(bool later, double from, bool fromOpen, double to, bool toOpen,
+                                                    int row) const
+    {
+        const std::set<Entry> &byValue = later ? m_hi : m_lo;
+        std::vector<std::pair<int, double>> found;
+        auto it = byValue.lower_bound(Entry{ from, 0 });
+        for (; it != byValue.end(); ++it) {
+            const double v = it->first;
+            if (v > to || (toOpen && v == to))
+                break;
+            if ((fromOpen && v == from) || it->second == row)
+                continue;
+            found.emplace_back(it->second, v);
+        }
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+private:
+    using Entry = std::pair<double, int>;
+
+    // A time of 0 never holds a move back, so rows without times stay out of the order.
+    void index(int row)
+    {
+        if (const double lo = std::min(Start(row), End(row)); lo != 0)
+            m_lo.insert({ lo, row });
+        if (const double hi = std::max(Start(row), End(row)); hi != 0)
+            m_hi.insert({ hi, row });
+    }
+    void unindex(int row)
+    {
+        m_lo.erase({ std::min(Start(row), End(row)), row });
+        m_hi.erase({ std::max(Start(row), End(row)), row });
+    }
+
+    std::vector<double> m_start;
+    std::vector<double> m_end;
+    std::set<Entry> m_lo;
+    std::set<Entry> m_hi;
 };
 
+// Walks the other rows in order as the guard's rule does, but only those that can stop
+// the move: a start moved earlier can only be held by a row ending in [S + delta, S),
+// an end moved later only by a row starting in (E, E + delta]. The limit only ever
+// grows towards the old time, so a row outside that range can never count.
 double Limit(const RowTimes &times, int row, int column, double delta)
 {
     if (delta == 0 || !IsTimeColumn(column))
         return delta;
     if ((column == TG::ColStartTime && delta > 0) || (column == TG::ColEndTime && delta < 0))
         return delta;
-    const int rows = int(times.Start.size()) - 1;
-    if (row < 1 || row > rows)
+    if (row < 1 || row > times.Rows())
         return delta;
-    const double s = times.Start[size_t(row)];
-    const double e = times.End[size_t(row)];
-    double newS = column == TG::ColStartTime ? s + delta : s;
-    double newE = column == TG::ColEndTime ? e + delta : e;
-    for (int other = 1; other <= rows; ++other) {
-        if (other == row)
-            continue;
-        const double a = times.Start[size_t(other)];
-        const double b = times.End[size_t(other)];
-        const double lo = std::min(a, b);
-        const double hi = std::max(a, b);
-        if (column == TG::ColStartTime) {
+    const double s = times.Start(row);
+    const double e = times.End(row);
+    if (column == TG::ColStartTime) {
+        double newS = s + delta;
+        for (const auto &[other, hi] : times.RowsBetween(true, newS, false, s, true, row)) {
             if (hi != 0 && hi < s && hi >= newS)
                 newS = hi + 0.01;
-        } else if (lo != 0 && lo > e && lo <= newE) {
-            newE = lo - 0.01;
         }
-    }
-    if (column == TG::ColStartTime)
         return std::min(newS, s) - s;
+    }
+    double newE = e + delta;
+    for (const auto &[other, lo] : times.RowsBetween(false, e, true, newE, false, row)) {
+        if (lo != 0 && lo > e && lo <= newE)
+            newE = lo - 0.01;
+    }
     return std::max(newE, e) - e;
 }
 
@@ -206,11 +260,8 @@ void ShiftTimes(CTimingGrid &form, double delta)
                 const double t = StringToTime(text);
                 const double moved = t + (guard ? Limit(*times, row, col, delta) : delta);
                 grid.SetText(col, row, TimeToString(moved, 2));
-                if (guard) {
-                    // The guard reads the cell back as the next cells will see it.
-                    const double now = StringToTime(grid.GetText(col, row));
-                    (col == TG::ColStartTime ? times->Start : times->End)[size_t(row)] = now;
-                }
+                if (guard) // the guard reads the cell back as the next cells will see it
+                    times->Set(row, col, StringToTime(grid.GetText(col, row)));
             }
             form.TellPreview(col, row);
         });

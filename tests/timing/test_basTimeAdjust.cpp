@@ -1,11 +1,13 @@
 #include "GridOpsFixture.h"
 
 #include "core/basMain.h"
+#include "core/basTime.h"
 #include "timing/CSliderTimeModel.h"
 #include "timing/ITimeValueDialog.h"
 #include "timing/basTimeAdjust.h"
 
 #include <functional>
+#include <random>
 
 using namespace basTimeAdjust;
 
@@ -154,6 +156,75 @@ TEST_F(TimeAdjustTest, OverlapGuardSeesTheBlockAsItMoves)
     ShiftTimes(t, -1.5);
     // Row 1 is free; row 2 then stops after the end of row 1.
     EXPECT_EQ(Starts().mid(0, 2), QStringList({ "0:00:00.50", "0:00:03.01" }));
+}
+
+// The guard's rule as stated, row by row over the whole grid, for comparison.
+double GuardByTheRule(const std::vector<double> &start, const std::vector<double> &end, int row, int col,
+                      double delta)
+{
+    if (delta == 0 || (col == TG::ColStartTime && delta > 0) || (col == TG::ColEndTime && delta < 0))
+        return delta;
+    const double s = start[size_t(row)];
+    const double e = end[size_t(row)];
+    double newS = col == TG::ColStartTime ? s + delta : s;
+    double newE = col == TG::ColEndTime ? e + delta : e;
+    for (size_t other = 1; other < start.size(); ++other) {
+        if (int(other) == row)
+            continue;
+        const double lo = std::min(start[other], end[other]);
+        const double hi = std::max(start[other], end[other]);
+        if (col == TG::ColStartTime && hi != 0 && hi < s && hi >= newS)
+            newS = hi + 0.01;
+        if (col == TG::ColEndTime && lo != 0 && lo > e && lo <= newE)
+            newE = lo - 0.01;
+    }
+    return col == TG::ColStartTime ? std::min(newS, s) - s : std::max(newE, e) - e;
+}
+
+TEST_F(TimeAdjustTest, OverlapGuardMatchesTheRuleOnRandomGrids)
+{
+    AvoidOverlapTiming = true;
+    std::mt19937 random(7);
+    const auto hundredths = [&](int most) { return int(random() % unsigned(most + 1)); };
+    for (int round = 0; round < 40; ++round) {
+        // Close, equal, reversed and empty times, so that the guard's order matters.
+        std::vector<GridRow> rows;
+        for (int i = 0; i < 60; ++i) {
+            const int a = hundredths(5) == 0 ? 0 : hundredths(1500);
+            const int b = hundredths(5) == 0 ? a : a + hundredths(300) - 50;
+            const auto text = [](int h) { return TimeToString(std::max(h, 0) / 100.0, 2); };
+            rows.push_back({ text(a), text(b), QStringLiteral("x") });
+        }
+        Fill(rows);
+        const int row = 1 + hundredths(59);
+        const int col = hundredths(1) ? TG::ColStartTime : TG::ColEndTime;
+        const double delta = (hundredths(800) - 400) / 100.0;
+        std::vector<double> start(1), end(1);
+        for (int r = 1; r <= g().MaxRows(); ++r) {
+            start.push_back(StringToTime(g().GetText(TG::ColStartTime, r)));
+            end.push_back(StringToTime(g().GetText(TG::ColEndTime, r)));
+        }
+        SCOPED_TRACE(round);
+        EXPECT_EQ(LimitShiftForOverlap(t, row, col, delta), GuardByTheRule(start, end, row, col, delta));
+
+        // A whole block moved: every cell in turn against the rows as they then stand.
+        const int first = 1 + hundredths(40);
+        SelectTimes(first, first + 15);
+        ShiftTimes(t, delta);
+        for (int c : { TG::ColStartTime, TG::ColEndTime }) {
+            for (int r = first; r <= first + 15; ++r) {
+                auto &times = c == TG::ColStartTime ? start : end;
+                if (rows[size_t(r - 1)].Start.isEmpty())
+                    continue;
+                const double moved = times[size_t(r)] + GuardByTheRule(start, end, r, c, delta);
+                times[size_t(r)] = StringToTime(TimeToString(moved, 2));
+            }
+        }
+        for (int r = first; r <= first + 15; ++r) {
+            EXPECT_EQ(g().GetText(TG::ColStartTime, r), TimeToString(start[size_t(r)], 2)) << r;
+            EXPECT_EQ(g().GetText(TG::ColEndTime, r), TimeToString(end[size_t(r)], 2)) << r;
+        }
+    }
 }
 
 // ---- scaling -------------------------------------------------------------------------
