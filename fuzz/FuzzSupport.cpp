@@ -10,11 +10,19 @@
 #include <QGuiApplication>
 #include <QTemporaryDir>
 
+namespace {
+CScriptedPrompt *silentPrompt = nullptr;
+}
+
 void FuzzInit()
 {
     static bool done = false;
-    if (done)
+    if (done) {
+        // Each input starts with a prompt that has shown nothing: the record of every
+        // message of every earlier input would otherwise grow without end.
+        silentPrompt->Records.clear();
         return;
+    }
     done = true;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
@@ -29,6 +37,7 @@ void FuzzInit()
     static CScriptedPrompt prompt;
     prompt.DefaultYesNo = MsgBoxResult::Yes;
     SetPrompt(&prompt);
+    silentPrompt = &prompt;
 }
 
 QString FuzzText(const uint8_t *data, size_t size)
