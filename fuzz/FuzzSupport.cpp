@@ -4,7 +4,6 @@
 #include "core/basGuiHooks.h"
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
-#include "core/basText.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -38,10 +37,4 @@ void FuzzInit()
     prompt.DefaultYesNo = MsgBoxResult::Yes;
     SetPrompt(&prompt);
     silentPrompt = &prompt;
-}
-
-QString FuzzText(const uint8_t *data, size_t size)
-{
-    const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    return DecodeWholeFile(bytes, false).Text;
 }

@@ -1,11 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-
 // Sets up what every target needs once: a Qt application without a display, the silent
 // prompt answering Yes, the settings and program folder in a temporary place. Called at
 // the start of every input, it empties the prompt's record.
 void FuzzInit();
-// The input as the windows would decode a file of these bytes.
-QString FuzzText(const uint8_t *data, size_t size);

@@ -1,20 +1,11 @@
-// A whole SMP file, sub-type 0 until the text says otherwise opened into a timing document with its grid, as the window opens
-// it, then assembled again as the same type.
+// A whole SMP file of sub-type 0 opened into a timing document with its grid, as the
+// window opens it, then assembled again as the same type.
+#include "FuzzInputs.h"
 #include "FuzzSupport.h"
-
-#include "core/Class.h"
-#include "formats/basTimingFile.h"
-#include "script/CTiming.h"
-#include "timing/CTimingGrid.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     FuzzInit();
-    std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
-    CTimingGrid grid;
-    grid.SetDocument(doc.get());
-    doc->setScriptSubType(0);
-    basTimingFile::ReadIntoDocument(*doc, 5, FuzzText(data, size), false);
-    doc->Content();
+    RunFuzzInput("smp0", data, size);
     return 0;
 }

@@ -68,8 +68,8 @@ double FastStringToTime(QStringView t)
 
 void AppendTime2(QString &out, double seconds)
 {
-    if (seconds < 0) {
-        out += u"0:00:00.00";
+    if (!(seconds >= 0 && seconds < 1e15)) { // below zero, damaged or not a number
+        out += TimeToString(seconds, 2);
         return;
     }
     const qint64 whole = qint64(std::floor(seconds));

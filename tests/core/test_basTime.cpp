@@ -1,6 +1,10 @@
 #include "core/basTime.h"
 
+#include <QRegularExpression>
+
 #include <gtest/gtest.h>
+
+#include <limits>
 
 TEST(TimeToString, FormatsWithoutCarryAndRoundsTenthsHalfEven)
 {
@@ -15,6 +19,18 @@ TEST(TimeToString, FormatsWithoutCarryAndRoundsTenthsHalfEven)
     EXPECT_EQ(TimeToString(3723.45, 2), "1:02:03.45");
     EXPECT_EQ(TimeToString(59.999, 2), "0:00:59.99");
     EXPECT_EQ(TimeToString(4000.0, 1), "1:06:40.0");
+}
+
+TEST(TimeToString, DamagedTimesGiveAStringNotAFault)
+{
+    // A damaged file can carry any number: the hours grow, nothing overflows.
+    EXPECT_EQ(TimeToString(1e15, 2), "277777777777:46:40.00");
+    const QString huge = TimeToString(2.4e80, 2);
+    EXPECT_TRUE(huge.startsWith(u"66666666666666")) << qPrintable(huge);
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{77}:[0-5][0-9]:[0-5][0-9]\\.[0-9][0-9]$")).match(huge).hasMatch())
+        << qPrintable(huge);
+    EXPECT_EQ(TimeToString(std::numeric_limits<double>::quiet_NaN(), 2), "0:00:00.00");
+    EXPECT_EQ(TimeToString(std::numeric_limits<double>::infinity(), 1), "0:00:00.0");
 }
 
 TEST(StringToTime, StrictColumns)
