@@ -182,18 +182,36 @@ qint32 CLng(QStringView text)
     return CLng(CDbl(text));
 }
 
+std::optional<double> TryCDbl(QStringView text)
+{
+    double v = 0;
+    try {
+        if (!parseDecimal(text, v))
+            return std::nullopt;
+    } catch (const VelmarError &) { // only a number too large for a Double gets here
+        return std::nullopt;
+    }
+    return v;
+}
+
+std::optional<qint16> TryCInt(QStringView text)
+{
+    const std::optional<double> v = TryCDbl(text);
+    if (!v)
+        return std::nullopt;
+    const double r = std::nearbyint(*v);
+    if (!(r >= -32768 && r <= 32767))
+        return std::nullopt;
+    return qint16(r);
+}
+
 bool IsNumeric(QStringView text)
 {
     // Plain digits, as in margins and layers, are numbers without the full parse.
     if (!text.isEmpty() && text.size() <= 15
         && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
         return true;
-    double v = 0;
-    try {
-        return parseDecimal(text, v);
-    } catch (const VelmarError &) {
-        return false;
-    }
+    return TryCDbl(text).has_value();
 }
 
 double Val(QStringView s)

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+
+#include <optional>
 #include <QtGlobal>
 
 // Basic arithmetic and text rules in one place. Every exact number or text the system
@@ -21,6 +23,10 @@ inline qint16 CInt(const QString &text) { return CInt(QStringView(text)); }
 inline qint32 CLng(const QString &text) { return CLng(QStringView(text)); }
 inline double CDbl(const QString &text) { return CDbl(QStringView(text)); }
 inline qint16 CInt(const char16_t *text) { return CInt(QStringView(text)); }
+// The same conversions where a fault is an ordinary outcome (fields of a damaged file):
+// nothing instead of the fault, without the cost of raising it.
+std::optional<double> TryCDbl(QStringView text);
+std::optional<qint16> TryCInt(QStringView text);
 
 // The leading number of a text; blanks, tabs and line feeds inside it are skipped,
 // "&H" and "&O" prefixes are read, anything else ends the number. Never faults.

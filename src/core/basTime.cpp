@@ -87,23 +87,18 @@ double LooseStringToTime(QStringView input)
         clock = QStringView(text).left(point);
         fractionText = QStringView(text).sliced(point + 1);
     }
-    double fraction = 0;
-    try {
-        fraction = CDbl(QString(QStringLiteral("0.") + fractionText.toString()));
-        while (fraction >= 1)
-            fraction /= 10;
-    } catch (const VelmarError &) {
-    }
+    // A part that is no number keeps what it had: the fraction 0, a field its previous
+    // value.
+    double fraction = TryCDbl(QString(QStringLiteral("0.") + fractionText.toString())).value_or(0);
+    while (fraction >= 1)
+        fraction /= 10;
 
     qint16 hours = 0, minutes = 0, secs = 0;
     if (!clock.isEmpty()) {
         for (QStringView field : clock.split(u':')) {
             hours = minutes;
             minutes = secs;
-            try {
-                secs = CInt(field);
-            } catch (const VelmarError &) {
-            }
+            secs = TryCInt(field).value_or(secs);
         }
     }
     // Whole seconds in 16-bit arithmetic: any overflow skips the statement, leaving 0.

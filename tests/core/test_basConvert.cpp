@@ -33,6 +33,24 @@ TEST(BasConvert, IntegerConversionsRoundHalfEvenAndOverflow)
     EXPECT_EQ(errorOf([] { CInt(u"40000"); }), 6);
 }
 
+TEST(BasConvert, TryConversionsGiveNothingWhereTheOthersFault)
+{
+    for (const char16_t *text : {u" 12 ", u"&H10", u"&HFFFF", u"abc", u"", u"40000", u"-32768", u"2.5", u"1e999",
+                                 u"1,000", u"-", u"32767.5"}) {
+        SCOPED_TRACE(QString::fromUtf16(text).toStdString());
+        const int fault = errorOf([text] { CInt(text); });
+        EXPECT_EQ(TryCInt(text).has_value(), fault == 0);
+        if (fault == 0) {
+            EXPECT_EQ(*TryCInt(text), CInt(text));
+        }
+        const int dblFault = errorOf([text] { CDbl(text); });
+        EXPECT_EQ(TryCDbl(text).has_value(), dblFault == 0);
+        if (dblFault == 0) {
+            EXPECT_EQ(*TryCDbl(text), CDbl(text));
+        }
+    }
+}
+
 TEST(BasConvert, ValReadsLeadingNumber)
 {
     EXPECT_DOUBLE_EQ(Val(u"12abc"), 12);

@@ -58,6 +58,10 @@ TEST(LooseStringToTime, ShiftsFieldsAndOverflowsAt16Bits)
     EXPECT_DOUBLE_EQ(LooseStringToTime(u".5"), 0.5);
     EXPECT_DOUBLE_EQ(LooseStringToTime(u""), 0);
     EXPECT_DOUBLE_EQ(LooseStringToTime(u"junk"), 0);
+    // A field that is no 16-bit number keeps the value the field before it had.
+    EXPECT_DOUBLE_EQ(LooseStringToTime(u"1:x:5"), 3665);
+    EXPECT_DOUBLE_EQ(LooseStringToTime(u"1:40000"), 61);
+    EXPECT_DOUBLE_EQ(LooseStringToTime(u"2.x"), 2);
     // Only the first 11 characters count.
     EXPECT_DOUBLE_EQ(LooseStringToTime(u"0:00:01.123456"), 1.123);
 }

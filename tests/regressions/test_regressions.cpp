@@ -1,4 +1,5 @@
-// Inputs that once made a fuzz target fail, replayed through the same reader. Each file in
+// Inputs that once made a fuzz target fail, replayed through the same reader: a fault, or
+// over a second under the sanitizers (a long file is kept by its head). Each file in
 // inputs/ is named after its target ("sami-…" goes through the SAMI document path); a new
 // failure found by scripts/fuzz is added there.
 #include "FuzzInputs.h"
