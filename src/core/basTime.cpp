@@ -14,40 +14,30 @@ QString TimeToString(double seconds, int precision)
     // Not a number, or endless, reads as no time at all: the codec never fails loudly.
     if (seconds < 0 || !std::isfinite(seconds))
         return precision == 1 ? QStringLiteral("0:00:00.0") : QStringLiteral("0:00:00.00");
+    // Whole numbers kept as doubles: exact below 2^53 and never out of range, so a damaged
+    // file's huge time only makes a long hours field.
+    const double whole = std::floor(seconds);
+    const int minutes = int(std::fmod(whole, 3600) / 60);
+    const int secs = int(std::fmod(whole, 60));
+    // The 1e-5 absorbs binary representation error: the only rounding in the chain.
+    const double hundredths = std::floor(seconds * 100 + 0.00001);
+    const int fraction = precision == 1 ? int(std::fmod(std::nearbyint(hundredths / 10), 10))
+                                        : int(std::fmod(hundredths, 100));
     QString text;
     text.reserve(12);
-    qint64 minutes, secs, fraction;
-    if (seconds < 1e15) {
-        const qint64 whole = qint64(std::floor(seconds));
-        minutes = (whole % 3600) / 60;
-        secs = whole % 60;
-        // The 1e-5 absorbs binary representation error: the only rounding in the chain.
-        const qint64 hundredths = qint64(std::floor(seconds * 100 + 0.00001));
-        fraction = precision == 1 ? qint64(std::nearbyint(double(hundredths) / 10)) % 10 : hundredths % 100;
-        text += QString::number(whole / 3600);
-    } else {
-        // Beyond what a 64-bit count of hundredths holds (a damaged file's time): the
-        // same steps on whole numbers kept as doubles.
-        const double whole = std::floor(seconds);
-        minutes = qint64(std::fmod(whole, 3600) / 60);
-        secs = qint64(std::fmod(whole, 60));
-        const double hundredths = std::floor(seconds * 100 + 0.00001);
-        fraction = precision == 1 ? qint64(std::fmod(std::nearbyint(hundredths / 10), 10))
-                                  : qint64(std::fmod(hundredths, 100));
-        text += QString::number(std::floor(whole / 3600), 'f', 0);
-    }
+    text += QString::number(std::floor(whole / 3600), 'f', 0);
     text += u':';
-    text += QChar(u'0' + int(minutes / 10));
-    text += QChar(u'0' + int(minutes % 10));
+    text += QChar(u'0' + minutes / 10);
+    text += QChar(u'0' + minutes % 10);
     text += u':';
-    text += QChar(u'0' + int(secs / 10));
-    text += QChar(u'0' + int(secs % 10));
+    text += QChar(u'0' + secs / 10);
+    text += QChar(u'0' + secs % 10);
     text += u'.';
     if (precision == 1) {
-        text += QChar(u'0' + int(fraction));
+        text += QChar(u'0' + fraction);
     } else {
-        text += QChar(u'0' + int(fraction / 10));
-        text += QChar(u'0' + int(fraction % 10));
+        text += QChar(u'0' + fraction / 10);
+        text += QChar(u'0' + fraction % 10);
     }
     return text;
 }
