@@ -1,14 +1,14 @@
 #include "core/CScriptedPrompt.h"
-#include "core/basMain.h"
 #include "core/CVelmar.h"
+#include "core/basMain.h"
 #include "core/basText.h"
 #include "player/CFakeMediaControl.h"
 #include "player/CPlayers.h"
 #include "player/IPlayerWindow.h"
-#include "shell/CHotKeys.h"
-#include "ui/CSpreadView.h"
 #include "script/CTiming.h"
+#include "shell/CHotKeys.h"
 #include "timing/CTimingGrid.h"
+#include "ui/CSpreadView.h"
 #include "ui/frmTiming.h"
 
 #include <QCoreApplication>
@@ -23,12 +23,14 @@ namespace {
 
 QString Script(int lines)
 {
-    QString text = QStringLiteral("[Script Info]\r\nScriptType: v4.00+\r\n\r\n[Events]\r\n"
-                                  "Format: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, "
-                                  "Text\r\n");
+    QString text
+        = QStringLiteral("[Script Info]\r\nScriptType: v4.00+\r\n\r\n[Events]\r\n"
+                         "Format: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, "
+                         "Text\r\n");
     for (int i = 0; i < lines; ++i) {
         const int s = i * 2;
-        text += QStringLiteral("Dialogue: 0,0:%1:%2.00,0:%1:%3.50,Default,,0000,0000,0000,,第%4句台词 line\r\n")
+        text += QStringLiteral(
+            "Dialogue: 0,0:%1:%2.00,0:%1:%3.50,Default,,0000,0000,0000,,第%4句台词 line\r\n")
                     .arg((s / 60) % 60, 2, 10, QChar(u'0'))
                     .arg(s % 60, 2, 10, QChar(u'0'))
                     .arg((s + 1) % 60, 2, 10, QChar(u'0'))

@@ -85,8 +85,15 @@ bool RunFuzzInput(std::string_view target, const uint8_t *data, size_t size)
         qint32 SubType;
     };
     static constexpr Document documents[] = {
-        { "ass_script", 2, 0 }, { "ssa_script", 1, 0 }, { "sami", 3, 0 }, { "srt", 4, 0 }, { "smp0", 5, 0 },
-        { "smp1", 5, 1 },       { "text", 7, 0 },       { "lrc", 8, 0 },  { "sst", 9, 0 },
+        { "ass_script", 2, 0 },
+        { "ssa_script", 1, 0 },
+        { "sami", 3, 0 },
+        { "srt", 4, 0 },
+        { "smp0", 5, 0 },
+        { "smp1", 5, 1 },
+        { "text", 7, 0 },
+        { "lrc", 8, 0 },
+        { "sst", 9, 0 },
     };
     for (const Document &d : documents) {
         if (d.Name == target) {

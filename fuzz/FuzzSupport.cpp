@@ -26,7 +26,7 @@ void FuzzInit()
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
     static char name[] = "fuzz";
-    static char *argv[] = {name, nullptr};
+    static char *argv[] = { name, nullptr };
     static QGuiApplication app(argc, argv);
     basGuiHooks::InstallGuiHooks();
     static QTemporaryDir home;

@@ -20,22 +20,22 @@
 
 namespace {
 
-const char usageText[] =
-    "usage: velmar-convert [options] INPUT OUTPUT\n"
-    "Opens INPUT as a timing window does and saves it as OUTPUT through the file options.\n"
-    "  --to TYPE            type to save: 0-9 or events ssa ass smi srt smp txt lrc sst\n"
-    "                       (default: from OUTPUT's extension)\n"
-    "  --open-as TYPE       type to open INPUT as, read with the --encoding code as the\n"
-    "                       file options read it (default: type from INPUT's extension,\n"
-    "                       UTF-16 only when the file starts with a byte-order mark)\n"
-    "  --sub-type 0|1       SMP line form (default 0)\n"
-    "  --option MASK        sections and columns to write, 0-255 (default 255)\n"
-    "  --time-format N      0 9:59:59.99, 1 9:59:59.90, 2 9:59:59, 3 59:59 (default 0)\n"
-    "  --encoding unicode|ansi|default   code to write (and to read with --open-as);\n"
-    "                       default: written as Unicode, read by the byte-order mark\n"
-    "  --answer yes|no      answer to every question (default yes)\n"
-    "  --no-backup          do not copy the old OUTPUT into AutoBak\n"
-    "Exit status: 0 written, 1 INPUT unreadable or OUTPUT unwritable, 2 usage error.\n";
+const char usageText[]
+    = "usage: velmar-convert [options] INPUT OUTPUT\n"
+      "Opens INPUT as a timing window does and saves it as OUTPUT through the file options.\n"
+      "  --to TYPE            type to save: 0-9 or events ssa ass smi srt smp txt lrc sst\n"
+      "                       (default: from OUTPUT's extension)\n"
+      "  --open-as TYPE       type to open INPUT as, read with the --encoding code as the\n"
+      "                       file options read it (default: type from INPUT's extension,\n"
+      "                       UTF-16 only when the file starts with a byte-order mark)\n"
+      "  --sub-type 0|1       SMP line form (default 0)\n"
+      "  --option MASK        sections and columns to write, 0-255 (default 255)\n"
+      "  --time-format N      0 9:59:59.99, 1 9:59:59.90, 2 9:59:59, 3 59:59 (default 0)\n"
+      "  --encoding unicode|ansi|default   code to write (and to read with --open-as);\n"
+      "                       default: written as Unicode, read by the byte-order mark\n"
+      "  --answer yes|no      answer to every question (default yes)\n"
+      "  --no-backup          do not copy the old OUTPUT into AutoBak\n"
+      "Exit status: 0 written, 1 INPUT unreadable or OUTPUT unwritable, 2 usage error.\n";
 
 void printLine(const QString &text)
 {
@@ -63,7 +63,7 @@ public:
         const int buttons = style & MsgBoxStyle::ButtonMask;
         if (buttons == MsgBoxStyle::YesNo || buttons == MsgBoxStyle::YesNoCancel) {
             printLine(QStringLiteral("question: ") + oneLine(prompt)
-                      + (AnswerYes ? QStringLiteral(" -> yes") : QStringLiteral(" -> no")));
+                + (AnswerYes ? QStringLiteral(" -> yes") : QStringLiteral(" -> no")));
             return AnswerYes ? MsgBoxResult::Yes : MsgBoxResult::No;
         }
         printLine(QStringLiteral("message: ") + oneLine(prompt));
@@ -85,10 +85,9 @@ public:
 
 std::optional<qint32> parseType(const QString &text)
 {
-    static const QStringList names = {QStringLiteral("events"), QStringLiteral("ssa"), QStringLiteral("ass"),
-                                      QStringLiteral("smi"),    QStringLiteral("srt"), QStringLiteral("smp"),
-                                      QString(),                QStringLiteral("txt"), QStringLiteral("lrc"),
-                                      QStringLiteral("sst")};
+    static const QStringList names = { QStringLiteral("events"), QStringLiteral("ssa"), QStringLiteral("ass"),
+        QStringLiteral("smi"), QStringLiteral("srt"), QStringLiteral("smp"), QString(), QStringLiteral("txt"),
+        QStringLiteral("lrc"), QStringLiteral("sst") };
     bool ok = false;
     const int number = text.toInt(&ok);
     if (ok)

@@ -22,7 +22,7 @@ public:
     qsizetype Count() const override { return m_list.Count(); }
     isub *item(const QString &key) override { return m_list.Find(key); }
     isub *itemAt(qsizetype index) override { return m_list.At(index); }
-    void Init() override {}
+    void Init() override { }
 
     T *Item(const QString &key) const { return m_list.Find(key); }
     T *At(qsizetype index) const { return m_list.At(index); }
@@ -31,8 +31,8 @@ public:
     auto end() const { return m_list.end(); }
 
     QString Content() override { return {}; }
-    void setContent(const QString &) override {}
-    void Clear() override {}
+    void setContent(const QString &) override { }
+    void Clear() override { }
 
     std::function<void(T *)> Created;
     std::function<void(const QString &key)> Deleted;

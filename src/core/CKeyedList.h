@@ -18,7 +18,8 @@ public:
     T *Add(const QString &key, std::unique_ptr<T> member)
     {
         if (Exists(key))
-            throw VelmarError(457, QStringLiteral("This key is already associated with an element of this collection"));
+            throw VelmarError(
+                457, QStringLiteral("This key is already associated with an element of this collection"));
         return AddNew(key, std::move(member));
     }
 
@@ -28,7 +29,7 @@ public:
     T *AddNew(const QString &key, std::unique_ptr<T> member)
     {
         T *raw = member.get();
-        m_items.push_back({key, std::move(member)});
+        m_items.push_back({ key, std::move(member) });
         return raw;
     }
 
@@ -36,11 +37,12 @@ public:
     T *Insert(qsizetype position, const QString &key, std::unique_ptr<T> member)
     {
         if (Exists(key))
-            throw VelmarError(457, QStringLiteral("This key is already associated with an element of this collection"));
+            throw VelmarError(
+                457, QStringLiteral("This key is already associated with an element of this collection"));
         position = std::clamp<qsizetype>(position, 0, Count());
         T *raw = member.get();
         m_index.insert(key, raw);
-        m_items.insert(m_items.begin() + position, Entry{key, std::move(member)});
+        m_items.insert(m_items.begin() + position, Entry { key, std::move(member) });
         ++m_indexed;
         return raw;
     }
@@ -54,7 +56,8 @@ public:
             return nullptr;
         T *raw = found.value();
         m_index.erase(found);
-        auto it = std::find_if(m_items.begin(), m_items.end(), [raw](const Entry &e) { return e.member.get() == raw; });
+        auto it = std::find_if(
+            m_items.begin(), m_items.end(), [raw](const Entry &e) { return e.member.get() == raw; });
         std::unique_ptr<T> owned = std::move(it->member);
         m_items.erase(it);
         --m_indexed;
@@ -101,16 +104,16 @@ public:
         m_index.clear();
         m_indexed = 0;
     }
-    void Reserve(qsizetype n)
-    {
-        m_items.reserve(size_t(n));
-    }
+    void Reserve(qsizetype n) { m_items.reserve(size_t(n)); }
 
     // Iteration over the members in order: `for (T *m : list)`.
     class iterator
     {
     public:
-        iterator(const CKeyedList *list, size_t i) : m_list(list), m_i(i) {}
+        iterator(const CKeyedList *list, size_t i)
+            : m_list(list)
+            , m_i(i)
+        { }
         T *operator*() const { return m_list->m_items[m_i].member.get(); }
         iterator &operator++()
         {

@@ -16,7 +16,9 @@ const QString kFallbackKey = QStringLiteral("DEFAULTE_MESSAGE");
 class CMessages::View : public ICollection
 {
 public:
-    explicit View(CMessages &owner) : m_owner(owner) {}
+    explicit View(CMessages &owner)
+        : m_owner(owner)
+    { }
     qint32 SerialNo() const override { return 0; }
     void Delete(const QString &key) override { m_owner.m_list.Take(key); }
     qsizetype Count() const override { return m_owner.Count(); }
@@ -27,13 +29,15 @@ public:
         return m_owner.Create(kFallbackKey);
     }
     isub *itemAt(qsizetype index) override { return m_owner.At(index); }
-    void Init() override {}
+    void Init() override { }
 
 private:
     CMessages &m_owner;
 };
 
-CMessages::CMessages() : m_view(std::make_unique<View>(*this)) {}
+CMessages::CMessages()
+    : m_view(std::make_unique<View>(*this))
+{ }
 
 CMessages::~CMessages() = default;
 

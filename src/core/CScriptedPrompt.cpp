@@ -57,17 +57,17 @@ void SetPrompt(IPrompt *prompt)
 int CScriptedPrompt::MsgBox(const QString &prompt, int style, const QString &title)
 {
     const int answer = takeFront(Answers, defaultAnswer(style, DefaultYesNo));
-    Records.append({prompt, style, title, answer});
+    Records.append({ prompt, style, title, answer });
     if (Echo)
         Echo(Records.last());
     return answer;
 }
 
-std::optional<QString> CScriptedPrompt::InputBox(const QString &prompt, const QString &title,
-                                                 const QString &defaultText)
+std::optional<QString> CScriptedPrompt::InputBox(
+    const QString &prompt, const QString &title, const QString &defaultText)
 {
     const auto answer = takeFront<std::optional<QString>>(Inputs, defaultText);
-    Records.append({prompt, -1, title, answer ? MsgBoxResult::OK : MsgBoxResult::Cancel});
+    Records.append({ prompt, -1, title, answer ? MsgBoxResult::OK : MsgBoxResult::Cancel });
     return answer;
 }
 

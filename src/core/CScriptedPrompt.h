@@ -22,12 +22,12 @@ public:
     };
 
     int MsgBox(const QString &prompt, int style = MsgBoxStyle::OKOnly, const QString &title = {}) override;
-    std::optional<QString> InputBox(const QString &prompt, const QString &title = {},
-                                    const QString &defaultText = {}) override;
+    std::optional<QString> InputBox(
+        const QString &prompt, const QString &title = {}, const QString &defaultText = {}) override;
     QString OpenFileName(const QString &title, const QString &filter, int *filterIndex = nullptr,
-                         const QString &initialName = {}) override;
+        const QString &initialName = {}) override;
     QString SaveFileName(const QString &title, const QString &filter, int *filterIndex = nullptr,
-                         const QString &initialName = {}) override;
+        const QString &initialName = {}) override;
     std::optional<qint64> ChooseColour(qint64 initial) override;
     std::optional<PromptFont> ChooseFont(const PromptFont &initial) override;
 

@@ -35,8 +35,8 @@ public:
 
     // The root has no text form: reading shows "COMM_MSG_103" and gives "".
     QString Content() override;
-    void setContent(const QString &) override {}
-    void Clear() override {}
+    void setContent(const QString &) override { }
+    void Clear() override { }
 
 private:
     std::unique_ptr<CPlayers> m_players;

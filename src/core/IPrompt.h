@@ -51,14 +51,17 @@ public:
     // A message box; returns the MsgBoxResult of the button chosen.
     virtual int MsgBox(const QString &prompt, int style = MsgBoxStyle::OKOnly, const QString &title = {}) = 0;
     // An input box; nothing when cancelled.
-    virtual std::optional<QString> InputBox(const QString &prompt, const QString &title = {},
-                                            const QString &defaultText = {}) = 0;
+    virtual std::optional<QString> InputBox(
+        const QString &prompt, const QString &title = {}, const QString &defaultText = {})
+        = 0;
     // File dialogs. `filter` is in the "label|pattern|label|pattern" form; the result is
     // empty when cancelled. `filterIndex` is 1-based, in and out.
     virtual QString OpenFileName(const QString &title, const QString &filter, int *filterIndex = nullptr,
-                                 const QString &initialName = {}) = 0;
+        const QString &initialName = {})
+        = 0;
     virtual QString SaveFileName(const QString &title, const QString &filter, int *filterIndex = nullptr,
-                                 const QString &initialName = {}) = 0;
+        const QString &initialName = {})
+        = 0;
     // Colour as a 24-bit number with blue in the high byte; nothing when cancelled.
     virtual std::optional<qint64> ChooseColour(qint64 initial) = 0;
     virtual std::optional<PromptFont> ChooseFont(const PromptFont &initial) = 0;

@@ -1,31 +1,32 @@
 #include "core/VelmarError.h"
 
 VelmarError::VelmarError(int number, QString description)
-    : m_number(number), m_description(std::move(description)), m_what(m_description.toUtf8())
-{
-}
+    : m_number(number)
+    , m_description(std::move(description))
+    , m_what(m_description.toUtf8())
+{ }
 
 VelmarError VelmarError::InvalidCall()
 {
-    return {VelmarErr::InvalidCall, QStringLiteral("Invalid procedure call or argument")};
+    return { VelmarErr::InvalidCall, QStringLiteral("Invalid procedure call or argument") };
 }
 
 VelmarError VelmarError::Overflow()
 {
-    return {VelmarErr::Overflow, QStringLiteral("Overflow")};
+    return { VelmarErr::Overflow, QStringLiteral("Overflow") };
 }
 
 VelmarError VelmarError::SubscriptOutOfRange()
 {
-    return {VelmarErr::SubscriptOutOfRange, QStringLiteral("Subscript out of range")};
+    return { VelmarErr::SubscriptOutOfRange, QStringLiteral("Subscript out of range") };
 }
 
 VelmarError VelmarError::DivisionByZero()
 {
-    return {VelmarErr::DivisionByZero, QStringLiteral("Division by zero")};
+    return { VelmarErr::DivisionByZero, QStringLiteral("Division by zero") };
 }
 
 VelmarError VelmarError::TypeMismatch()
 {
-    return {VelmarErr::TypeMismatch, QStringLiteral("Type mismatch")};
+    return { VelmarErr::TypeMismatch, QStringLiteral("Type mismatch") };
 }

@@ -16,11 +16,11 @@ public:
     const char *what() const noexcept override { return m_what.constData(); }
 
     // The standard faults the conversions raise, with their usual texts.
-    static VelmarError InvalidCall();        // 5
-    static VelmarError Overflow();           // 6
+    static VelmarError InvalidCall(); // 5
+    static VelmarError Overflow(); // 6
     static VelmarError SubscriptOutOfRange(); // 9
-    static VelmarError DivisionByZero();     // 11
-    static VelmarError TypeMismatch();       // 13
+    static VelmarError DivisionByZero(); // 11
+    static VelmarError TypeMismatch(); // 13
 
 private:
     int m_number;

@@ -426,7 +426,7 @@ QString Format(double value, QStringView pattern)
         for (qsizetype i = intDigits.size() - 3; i > 0; i -= 3)
             intDigits.insert(i, u',');
     const bool isZero = intDigits.count(u'0') + intDigits.count(u',') == intDigits.size()
-                        && fracDigits.count(u'0') == fracDigits.size();
+        && fracDigits.count(u'0') == fracDigits.size();
     // Literal characters of the integer pattern stand before the number.
     QString prefix;
     for (QChar c : intPattern)

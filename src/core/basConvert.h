@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringView>
 
-#include <optional>
 #include <QtGlobal>
+#include <optional>
 
 // Basic arithmetic and text rules in one place. Every exact number or text the system
 // writes goes through these: integer conversions round half to even and fault on
@@ -19,10 +19,22 @@ qint32 CLng(double value);
 double CDbl(QStringView text);
 qint16 CInt(QStringView text);
 qint32 CLng(QStringView text);
-inline qint16 CInt(const QString &text) { return CInt(QStringView(text)); }
-inline qint32 CLng(const QString &text) { return CLng(QStringView(text)); }
-inline double CDbl(const QString &text) { return CDbl(QStringView(text)); }
-inline qint16 CInt(const char16_t *text) { return CInt(QStringView(text)); }
+inline qint16 CInt(const QString &text)
+{
+    return CInt(QStringView(text));
+}
+inline qint32 CLng(const QString &text)
+{
+    return CLng(QStringView(text));
+}
+inline double CDbl(const QString &text)
+{
+    return CDbl(QStringView(text));
+}
+inline qint16 CInt(const char16_t *text)
+{
+    return CInt(QStringView(text));
+}
 // The same conversions where a fault is an ordinary outcome (fields of a damaged file):
 // nothing instead of the fault, without the cost of raising it.
 std::optional<double> TryCDbl(QStringView text);
@@ -66,7 +78,7 @@ QStringView RTrimView(QStringView text);
 QList<QStringView> SplitCrlf(QStringView text);
 
 // Text helpers. Positions count from 1; a start below 1 raises VelmarError 5.
-QString Trim(QStringView text);   // blanks only, not tabs
+QString Trim(QStringView text); // blanks only, not tabs
 QString LTrim(QStringView text);
 QString RTrim(QStringView text);
 QString UCase(QStringView text);
@@ -75,7 +87,10 @@ QString Left(QStringView text, qsizetype length);
 QString Right(QStringView text, qsizetype length);
 QString Mid(QStringView text, qsizetype start, qsizetype length = -1);
 qsizetype InStr(qsizetype start, QStringView text, QStringView find);
-inline qsizetype InStr(QStringView text, QStringView find) { return InStr(1, text, find); }
+inline qsizetype InStr(QStringView text, QStringView find)
+{
+    return InStr(1, text, find);
+}
 qsizetype InStrRev(QStringView text, QStringView find, qsizetype start = -1);
 QString Space(qsizetype count);
 QString String(qsizetype count, QChar c);

@@ -29,8 +29,7 @@ template <typename F> void step(F &&f)
     try {
         f();
     } catch (const VelmarError &) {
-    } catch (const std::exception &) {
-    }
+    } catch (const std::exception &) { }
 }
 } // namespace
 

@@ -87,7 +87,8 @@ bool SaveSetting(const QString &Section, const QString &Key, const QString &Valu
 bool GetRegistryValue(const QString &Hive, const QString &Path, const QString &Key, QString &Result)
 {
     Result.clear();
-    if (Hive.compare(u"HKEY_CURRENT_USER", Qt::CaseInsensitive) != 0 && Hive.compare(u"HKCU", Qt::CaseInsensitive) != 0)
+    if (Hive.compare(u"HKEY_CURRENT_USER", Qt::CaseInsensitive) != 0
+        && Hive.compare(u"HKCU", Qt::CaseInsensitive) != 0)
         return false;
     return readValue(groupOf(Path), Key, Result);
 }

@@ -125,7 +125,8 @@ QByteArray EncodeSystemCodePage(const QString &text)
     static thread_local Iconv gbk("CP936", "UTF-16LE");
     if (!gbk.valid())
         return text.toLatin1();
-    return gbk.convert(reinterpret_cast<const char *>(text.utf16()), size_t(text.size()) * 2, 2, QByteArray("?"));
+    return gbk.convert(
+        reinterpret_cast<const char *>(text.utf16()), size_t(text.size()) * 2, 2, QByteArray("?"));
 }
 
 WholeFileRead DecodeWholeFile(const QByteArray &bytes, bool guessUnmarkedUnicode)
@@ -137,8 +138,9 @@ WholeFileRead DecodeWholeFile(const QByteArray &bytes, bool guessUnmarkedUnicode
         return result;
     }
     qsizetype offset = 0;
-    if (bytes.size() >= 2 && ((uchar(bytes[0]) == 0xFF && uchar(bytes[1]) == 0xFE)
-                              || (uchar(bytes[0]) == 0xFE && uchar(bytes[1]) == 0xFF))) {
+    if (bytes.size() >= 2
+        && ((uchar(bytes[0]) == 0xFF && uchar(bytes[1]) == 0xFE)
+            || (uchar(bytes[0]) == 0xFE && uchar(bytes[1]) == 0xFF))) {
         offset = 2;
         result.Unicode = true;
     } else if (guessUnmarkedUnicode && bytes.size() >= 2 && uchar(bytes[0]) < 128 && bytes[1] == 0) {

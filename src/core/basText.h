@@ -14,8 +14,8 @@ QByteArray EncodeSystemCodePage(const QString &text);
 
 struct WholeFileRead
 {
-    bool Ok = false;      // the file could be opened and read
-    bool Empty = false;   // the file had no bytes: nothing was decided
+    bool Ok = false; // the file could be opened and read
+    bool Empty = false; // the file had no bytes: nothing was decided
     bool Unicode = false; // taken as UTF-16 (by its mark, or by the unmarked guess)
     QString Text;
     QString Error;

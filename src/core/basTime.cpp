@@ -126,8 +126,8 @@ struct NamedKey
     const char16_t *name;
 };
 
-constexpr std::array<NamedKey, 5> kMovementKeys{{
-    {13, u"Enter"}, {37, u"Left"}, {39, u"Right"}, {38, u"Up"}, {40, u"Down"}}};
+constexpr std::array<NamedKey, 5> kMovementKeys { { { 13, u"Enter" }, { 37, u"Left" }, { 39, u"Right" },
+    { 38, u"Up" }, { 40, u"Down" } } };
 
 } // namespace
 
@@ -206,10 +206,10 @@ int KeyNameToCode(QStringView name)
 
 namespace {
 
-constexpr std::array<const char16_t *, 6> kLineTypeNames{
-    u"Dialogue", u"Comment", u"Picture", u"Sound", u"Movie", u"Command"};
-constexpr std::array<const char16_t *, 6> kLineTypeChinese{
-    u"对白", u"注释", u"图片", u"声音", u"动画", u"命令"};
+constexpr std::array<const char16_t *, 6> kLineTypeNames { u"Dialogue", u"Comment", u"Picture", u"Sound",
+    u"Movie", u"Command" };
+constexpr std::array<const char16_t *, 6> kLineTypeChinese { u"对白", u"注释", u"图片", u"声音", u"动画",
+    u"命令" };
 
 } // namespace
 

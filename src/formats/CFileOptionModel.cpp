@@ -177,7 +177,7 @@ qint32 CFileOptionModel::CodeTypeIndex(qint32 fileCode)
 
 qint32 CFileOptionModel::FileCodeOfIndex(qint32 index)
 {
-    static const qint32 codes[] = {-2, -1, 0};
+    static const qint32 codes[] = { -2, -1, 0 };
     return index >= 0 && index < 3 ? codes[index] : -2;
 }
 
@@ -205,8 +205,8 @@ void CFileOptionModel::setTimeFormat(qint32 index)
 
 QStringList CFileOptionModel::TimeFormatItems()
 {
-    return {QStringLiteral("9:59:59.99"), QStringLiteral("9:59:59.90"), QStringLiteral("9:59:59"),
-            QStringLiteral("59:59")};
+    return { QStringLiteral("9:59:59.99"), QStringLiteral("9:59:59.90"), QStringLiteral("9:59:59"),
+        QStringLiteral("59:59") };
 }
 
 void CFileOptionModel::setChangeOptionBit(qint32 bit, bool on)

@@ -41,15 +41,15 @@ public:
     // Which controls may be used at present.
     struct Enabled
     {
-        bool FileName = true;      // txtFileName and cmdFileName
-        bool FileType = true;      // optFileType
-        bool FileSubType = false;  // optFileSubType
-        bool CodeType = true;      // optCodeType
-        bool OpenMode = true;      // optOpenMode
+        bool FileName = true; // txtFileName and cmdFileName
+        bool FileType = true; // optFileType
+        bool FileSubType = false; // optFileSubType
+        bool CodeType = true; // optCodeType
+        bool OpenMode = true; // optOpenMode
         bool TimingOptions = false; // the seven TimingOption boxes
         bool DialogEffect = false; // chkDialogEffect, also bound to chkDialog
-        bool BlackWhite = true;    // chkBlackWhite, bound to chkColor
-        bool DelSpace = true;      // chkDelSpace
+        bool BlackWhite = true; // chkBlackWhite, bound to chkColor
+        bool DelSpace = true; // chkDelSpace
         bool SpaceAsReturn = true; // chkSpaceAsReturn
     };
 
@@ -99,7 +99,7 @@ public:
     void setTimeFormat(qint32 index);
     static QStringList TimeFormatItems();
 
-    bool DelSpace = false;      // chkDelSpace
+    bool DelSpace = false; // chkDelSpace
     bool SpaceAsReturn = false; // chkSpaceAsReturn
     // optOpenMode index: 0 replaces the grid, 1 adds behind its rows.
     qint32 OpenMode = 0;

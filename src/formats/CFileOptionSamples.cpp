@@ -15,9 +15,11 @@ QString CFileOptionModel::Sample(qint32 type, qint32 subType)
             u"BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, "
             u"MarginV, AlphaLevel, Encoding\r\n"
             u"Style: Default,SimHei,28,16777215,65535,0,0,-1,0,1,2,1,2,10,10,10,0,134\r\n\r\n"
-            u"[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n"
+            u"[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, "
+            u"Text\r\n"
             u"Dialogue: Marked=0,0:00:01.20,0:00:03.45,Default,NTP,0000,0000,0000,,第一句对白\r\n"
-            u"Dialogue: Marked=0,0:00:04.00,0:00:06.10,Default,NTP,0000,0000,0000,,{\\i1}第二句{\\i0}对白\r\n");
+            u"Dialogue: "
+            u"Marked=0,0:00:04.00,0:00:06.10,Default,NTP,0000,0000,0000,,{\\i1}第二句{\\i0}对白\r\n");
     case 2:
         return QString::fromUtf16(
             u"[Script Info]\r\nTitle: 示例\r\nScriptType: v4.00+\r\nCollisions: Normal\r\n"
@@ -40,16 +42,14 @@ QString CFileOptionModel::Sample(qint32 type, qint32 subType)
             u"<SYNC Start=4000><P Class=CNCC>第二句<br>对白\r\n"
             u"<SYNC Start=6100><P Class=CNCC>&nbsp;\r\n</BODY>\r\n</SAMI>\r\n");
     case 4:
-        return QString::fromUtf16(
-            u"1\r\n00:00:01,200 --> 00:00:03,450\r\n第一句对白\r\n\r\n"
-            u"2\r\n00:00:04,000 --> 00:00:06,100\r\n第二句\r\n对白\r\n\r\n");
+        return QString::fromUtf16(u"1\r\n00:00:01,200 --> 00:00:03,450\r\n第一句对白\r\n\r\n"
+                                  u"2\r\n00:00:04,000 --> 00:00:06,100\r\n第二句\r\n对白\r\n\r\n");
     case 5:
         if (subType == 0)
             return QString::fromUtf16(
                 u"00:00:01.2:第一句对白\r\n00:00:03.4:\r\n00:00:04.0:第二句对白\r\n00:00:06.1:\r\n");
-        return QString::fromUtf16(
-            u"00:00:01:06     00:00:03:13     第一句对白\r\n"
-            u"00:00:04:00     00:00:06:03     第二句对白\r\n");
+        return QString::fromUtf16(u"00:00:01:06     00:00:03:13     第一句对白\r\n"
+                                  u"00:00:04:00     00:00:06:03     第二句对白\r\n");
     case 6:
         return QString::fromUtf16(
             u"{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 SimSun;}}{\\colortbl;\\red255\\green0\\blue0;}\r\n"
@@ -57,9 +57,8 @@ QString CFileOptionModel::Sample(qint32 type, qint32 subType)
     case 7:
         return QString::fromUtf16(u"第一句对白\r\n第二句对白\r\n第三句对白\r\n");
     case 8:
-        return QString::fromUtf16(
-            u"[ti:示例]\r\n[ar:歌手]\r\n[al:专辑]\r\n[by:制作]\r\n[offset:0]\r\n"
-            u"[00:01.20]第一句歌词\r\n[00:04.00]第二句歌词\r\n[00:06.10]\r\n");
+        return QString::fromUtf16(u"[ti:示例]\r\n[ar:歌手]\r\n[al:专辑]\r\n[by:制作]\r\n[offset:0]\r\n"
+                                  u"[00:01.20]第一句歌词\r\n[00:04.00]第二句歌词\r\n[00:06.10]\r\n");
     case 9:
         return QString::fromUtf16(
             u"st_format 2\r\nDisplay_Start non_forced\r\nTV_Type PAL\r\nTape_Type NON_DROP\r\n"

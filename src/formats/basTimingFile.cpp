@@ -92,8 +92,8 @@ OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
     return OpenResult::Opened;
 }
 
-OpenResult OpenWithOptions(CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode,
-                           qint32 timingOption)
+OpenResult OpenWithOptions(
+    CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode, qint32 timingOption)
 {
     const TextFileRead read = ReadTextStream(fileName, fileCode);
     if (!read.Ok)

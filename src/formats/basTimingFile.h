@@ -15,9 +15,9 @@ namespace basTimingFile {
 qint32 OpenTypeFromExtension(const QString &fileName);
 
 enum class OpenResult {
-    Opened,      // read into the document (and its grid)
-    Empty,       // a file of no bytes: the open ended, the document is as it was
-    Unreadable,  // " 无法打开文件。 " and the name were shown; the document is as it was
+    Opened, // read into the document (and its grid)
+    Empty, // a file of no bytes: the open ended, the document is as it was
+    Unreadable, // " 无法打开文件。 " and the name were shown; the document is as it was
 };
 
 // Opens a named file into the document as its window does: the type (from the name, or
@@ -32,8 +32,8 @@ OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs =
 // document takes both, and TimingOption), a read-all through a text stream of that code
 // (0 ANSI, -1 Unicode, else by the byte-order mark), the text into the document and its
 // grid as above. An empty file ends the open; an unreadable one shows " 无法打开文件。 ".
-OpenResult OpenWithOptions(CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode,
-                           qint32 timingOption = 255);
+OpenResult OpenWithOptions(
+    CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode, qint32 timingOption = 255);
 
 // The part of the open behind the byte read: type, FileCode (-1 for a marked UTF-16
 // file, else 0), TimingOption 255, the text into the document, the grid load, unchanged.

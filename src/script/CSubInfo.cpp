@@ -6,9 +6,9 @@
 #include "core/basMessage.h"
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
-#include "script/CTiming.h"
 #include "player/CPlayer.h"
 #include "player/IPlayerWindow.h"
+#include "script/CTiming.h"
 #include "script/basScript.h"
 
 using namespace basConvert;

@@ -57,4 +57,3 @@ QString StepDialogDescription(bool back)
     return Msg(QStringLiteral("AJUST_TIME_MSG_101")) + StepDialogTitle(back)
         + Msg(QStringLiteral("AJUST_TIME_MSG_102"));
 }
-

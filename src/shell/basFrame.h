@@ -19,4 +19,3 @@ QString StatusPanelText(const QString &key, const CHotKeys &keys, double backSte
 // The step dialog opened from the Back (back = true) or Forword panel.
 QString StepDialogTitle(bool back);
 QString StepDialogDescription(bool back);
-

@@ -11,7 +11,6 @@ namespace {
 // Key down code of the Delete key; as a key press character the same code is ".".
 constexpr int kDeleteCode = 46;
 
-
 // The comparison order of both tables, before the Delete/"." code and the refresh key.
 CaptureAction MatchWorkingKeys(const CHotKeys &keys, int code)
 {

@@ -20,13 +20,13 @@ QStringList SplitItems(const QString &tabSeparated)
 // thousands of cells.
 const QList<int> &textRoles()
 {
-    static const QList<int> roles{ Qt::DisplayRole, Qt::EditRole };
+    static const QList<int> roles { Qt::DisplayRole, Qt::EditRole };
     return roles;
 }
 
 const QList<int> &textAndChoiceRoles()
 {
-    static const QList<int> roles{ Qt::DisplayRole, Qt::EditRole, CSpread::ListChoiceRole };
+    static const QList<int> roles { Qt::DisplayRole, Qt::EditRole, CSpread::ListChoiceRole };
     return roles;
 }
 

@@ -128,12 +128,12 @@ public:
 
     // The rows (not `row`) whose earlier time (`later` false) or later time lies in
     // [from, to] with the ends taken as asked, in row order, with that time.
-    std::vector<std::pair<int, double>> RowsBetween(bool later, double from, bool fromOpen, double to, bool toOpen,
-                                                    int row) const
+    std::vector<std::pair<int, double>> RowsBetween(
+        bool later, double from, bool fromOpen, double to, bool toOpen, int row) const
     {
         const std::set<Entry> &byValue = later ? m_hi : m_lo;
         std::vector<std::pair<int, double>> found;
-        auto it = byValue.lower_bound(Entry{ from, 0 });
+        auto it = byValue.lower_bound(Entry { from, 0 });
         for (; it != byValue.end(); ++it) {
             const double v = it->first;
             if (v > to || (toOpen && v == to))

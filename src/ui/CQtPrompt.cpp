@@ -36,26 +36,25 @@ int CQtPrompt::MsgBox(const QString &prompt, int style, const QString &title)
     QList<Button> buttons;
     switch (style & MsgBoxStyle::ButtonMask) {
     case MsgBoxStyle::OKCancel:
-        buttons = {{QMessageBox::Ok, MsgBoxResult::OK}, {QMessageBox::Cancel, MsgBoxResult::Cancel}};
+        buttons = { { QMessageBox::Ok, MsgBoxResult::OK }, { QMessageBox::Cancel, MsgBoxResult::Cancel } };
         break;
     case MsgBoxStyle::AbortRetryIgnore:
-        buttons = {{QMessageBox::Abort, MsgBoxResult::Abort},
-                   {QMessageBox::Retry, MsgBoxResult::Retry},
-                   {QMessageBox::Ignore, MsgBoxResult::Ignore}};
+        buttons = { { QMessageBox::Abort, MsgBoxResult::Abort }, { QMessageBox::Retry, MsgBoxResult::Retry },
+            { QMessageBox::Ignore, MsgBoxResult::Ignore } };
         break;
     case MsgBoxStyle::YesNoCancel:
-        buttons = {{QMessageBox::Yes, MsgBoxResult::Yes},
-                   {QMessageBox::No, MsgBoxResult::No},
-                   {QMessageBox::Cancel, MsgBoxResult::Cancel}};
+        buttons = { { QMessageBox::Yes, MsgBoxResult::Yes }, { QMessageBox::No, MsgBoxResult::No },
+            { QMessageBox::Cancel, MsgBoxResult::Cancel } };
         break;
     case MsgBoxStyle::YesNo:
-        buttons = {{QMessageBox::Yes, MsgBoxResult::Yes}, {QMessageBox::No, MsgBoxResult::No}};
+        buttons = { { QMessageBox::Yes, MsgBoxResult::Yes }, { QMessageBox::No, MsgBoxResult::No } };
         break;
     case MsgBoxStyle::RetryCancel:
-        buttons = {{QMessageBox::Retry, MsgBoxResult::Retry}, {QMessageBox::Cancel, MsgBoxResult::Cancel}};
+        buttons
+            = { { QMessageBox::Retry, MsgBoxResult::Retry }, { QMessageBox::Cancel, MsgBoxResult::Cancel } };
         break;
     default:
-        buttons = {{QMessageBox::Ok, MsgBoxResult::OK}};
+        buttons = { { QMessageBox::Ok, MsgBoxResult::OK } };
         break;
     }
     QMessageBox::StandardButtons set;
@@ -73,11 +72,12 @@ int CQtPrompt::MsgBox(const QString &prompt, int style, const QString &title)
     return buttons.last().result;
 }
 
-std::optional<QString> CQtPrompt::InputBox(const QString &prompt, const QString &title, const QString &defaultText)
+std::optional<QString> CQtPrompt::InputBox(
+    const QString &prompt, const QString &title, const QString &defaultText)
 {
     bool ok = false;
-    const QString text = QInputDialog::getText(m_parent, title.isEmpty() ? QStringLiteral("Velmar") : title, prompt,
-                                               QLineEdit::Normal, defaultText, &ok);
+    const QString text = QInputDialog::getText(m_parent, title.isEmpty() ? QStringLiteral("Velmar") : title,
+        prompt, QLineEdit::Normal, defaultText, &ok);
     if (!ok)
         return std::nullopt;
     return text;
@@ -111,20 +111,22 @@ void storeFilterIndex(const QString &filter, const QString &chosen, int *filterI
 }
 } // namespace
 
-QString CQtPrompt::OpenFileName(const QString &title, const QString &filter, int *filterIndex,
-                                const QString &initialName)
+QString CQtPrompt::OpenFileName(
+    const QString &title, const QString &filter, int *filterIndex, const QString &initialName)
 {
     QString chosen = selectFilter(filter, filterIndex);
-    const QString name = QFileDialog::getOpenFileName(m_parent, title, initialName, QtFilter(filter), &chosen);
+    const QString name
+        = QFileDialog::getOpenFileName(m_parent, title, initialName, QtFilter(filter), &chosen);
     storeFilterIndex(filter, chosen, filterIndex);
     return name;
 }
 
-QString CQtPrompt::SaveFileName(const QString &title, const QString &filter, int *filterIndex,
-                                const QString &initialName)
+QString CQtPrompt::SaveFileName(
+    const QString &title, const QString &filter, int *filterIndex, const QString &initialName)
 {
     QString chosen = selectFilter(filter, filterIndex);
-    const QString name = QFileDialog::getSaveFileName(m_parent, title, initialName, QtFilter(filter), &chosen);
+    const QString name
+        = QFileDialog::getSaveFileName(m_parent, title, initialName, QtFilter(filter), &chosen);
     storeFilterIndex(filter, chosen, filterIndex);
     return name;
 }
@@ -152,5 +154,5 @@ std::optional<PromptFont> CQtPrompt::ChooseFont(const PromptFont &initial)
     const QFont f = QFontDialog::getFont(&ok, start, m_parent);
     if (!ok)
         return std::nullopt;
-    return PromptFont{f.family(), f.pointSizeF(), f.bold(), f.italic(), f.underline(), f.strikeOut()};
+    return PromptFont { f.family(), f.pointSizeF(), f.bold(), f.italic(), f.underline(), f.strikeOut() };
 }

@@ -8,16 +8,18 @@ class QWidget;
 class CQtPrompt : public IPrompt
 {
 public:
-    explicit CQtPrompt(QWidget *parent = nullptr) : m_parent(parent) {}
+    explicit CQtPrompt(QWidget *parent = nullptr)
+        : m_parent(parent)
+    { }
     void setParentWidget(QWidget *parent) { m_parent = parent; }
 
     int MsgBox(const QString &prompt, int style = MsgBoxStyle::OKOnly, const QString &title = {}) override;
-    std::optional<QString> InputBox(const QString &prompt, const QString &title = {},
-                                    const QString &defaultText = {}) override;
+    std::optional<QString> InputBox(
+        const QString &prompt, const QString &title = {}, const QString &defaultText = {}) override;
     QString OpenFileName(const QString &title, const QString &filter, int *filterIndex = nullptr,
-                         const QString &initialName = {}) override;
+        const QString &initialName = {}) override;
     QString SaveFileName(const QString &title, const QString &filter, int *filterIndex = nullptr,
-                         const QString &initialName = {}) override;
+        const QString &initialName = {}) override;
     std::optional<qint64> ChooseColour(qint64 initial) override;
     std::optional<PromptFont> ChooseFont(const PromptFont &initial) override;
 

@@ -10,8 +10,8 @@
 
 // ---- delegate ------------------------------------------------------------------------
 
-QWidget *CSpreadDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                                       const QModelIndex &index) const
+QWidget *CSpreadDelegate::createEditor(
+    QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QWidget *editor = nullptr;
     if (index.data(CSpread::CellKindRole).toInt() == int(SpreadCellKind::List)) {
@@ -58,7 +58,8 @@ void CSpreadDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, c
     QStyledItemDelegate::setModelData(editor, model, index);
 }
 
-void CSpreadDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+void CSpreadDelegate::paint(
+    QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
     if (!index.data(CSpread::CellMarkRole).toBool())
@@ -75,14 +76,15 @@ void CSpreadDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
 
 // ---- view ----------------------------------------------------------------------------
 
-CSpreadView::CSpreadView(QWidget *parent) : QTableView(parent)
+CSpreadView::CSpreadView(QWidget *parent)
+    : QTableView(parent)
 {
     m_delegate = new CSpreadDelegate(this);
     m_delegate->EditorOpened = [this](QWidget *editor) { emit EditorOpened(editor); };
     setItemDelegate(m_delegate);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
-                    | QAbstractItemView::AnyKeyPressed);
+        | QAbstractItemView::AnyKeyPressed);
     setWordWrap(false);
     QHeaderView *rows = verticalHeader();
     rows->setSectionResizeMode(QHeaderView::Fixed);
@@ -91,11 +93,11 @@ CSpreadView::CSpreadView(QWidget *parent) : QTableView(parent)
     horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     horizontalHeader()->setStretchLastSection(false);
     connect(rows, &QHeaderView::sectionDoubleClicked, this,
-            [this](int section) { emit RowHeaderDoubleClicked(section + 1); });
+        [this](int section) { emit RowHeaderDoubleClicked(section + 1); });
     connect(this, &QAbstractItemView::clicked, this,
-            [this](const QModelIndex &i) { emit CellClicked(i.column() + 1, i.row() + 1); });
+        [this](const QModelIndex &i) { emit CellClicked(i.column() + 1, i.row() + 1); });
     connect(this, &QAbstractItemView::doubleClicked, this,
-            [this](const QModelIndex &i) { emit CellDoubleClicked(i.column() + 1, i.row() + 1); });
+        [this](const QModelIndex &i) { emit CellDoubleClicked(i.column() + 1, i.row() + 1); });
 }
 
 CSpreadView::~CSpreadView()
@@ -116,7 +118,7 @@ void CSpreadView::SetSpread(CSpread *spread)
         return;
     spread->SetViewport(this);
     connect(spread, &CSpread::ColumnHiddenChanged, this,
-            [this](int col, bool hidden) { setColumnHidden(col - 1, hidden); });
+        [this](int col, bool hidden) { setColumnHidden(col - 1, hidden); });
     connect(spread, &QAbstractItemModel::modelReset, this, &CSpreadView::syncHiddenColumns);
     connect(spread, &CSpread::ActiveCellChanged, this, &CSpreadView::followActiveCell);
     syncHiddenColumns();

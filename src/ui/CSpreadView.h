@@ -8,7 +8,6 @@
 #include <QTableView>
 #include <functional>
 
-
 // Draws and edits the cells of a grid: list cells get a drop-down of their items, the
 // others a line editor limited to the cell's length; a cell with its mark set carries a
 // small blue corner.
@@ -19,11 +18,12 @@ class CSpreadDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                          const QModelIndex &index) const override;
+    QWidget *createEditor(
+        QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void paint(
+        QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
     // The editor open at the moment, if any.
     QWidget *OpenEditor() const { return m_editor; }

@@ -40,12 +40,14 @@ qint32 crlfPosition(const QTextEdit *edit, int documentPos)
 int shiftBits(Qt::KeyboardModifiers m)
 {
     return (m.testFlag(Qt::ShiftModifier) ? 1 : 0) | (m.testFlag(Qt::ControlModifier) ? 2 : 0)
-           | (m.testFlag(Qt::AltModifier) ? 4 : 0);
+        | (m.testFlag(Qt::AltModifier) ? 4 : 0);
 }
 
 } // namespace
 
-CTextEditControl::CTextEditControl(QTextEdit *edit, QObject *parent) : QObject(parent), m_edit(edit)
+CTextEditControl::CTextEditControl(QTextEdit *edit, QObject *parent)
+    : QObject(parent)
+    , m_edit(edit)
 {
     m_edit->installEventFilter(this);
     connect(m_edit, &QTextEdit::textChanged, this, [this] {

@@ -12,7 +12,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-frmCheckTiming::frmCheckTiming(QWidget *parent) : QWidget(parent, Qt::Tool)
+frmCheckTiming::frmCheckTiming(QWidget *parent)
+    : QWidget(parent, Qt::Tool)
 {
     setObjectName(QStringLiteral("frmCheckTiming"));
     setWindowTitle(QStringLiteral("检查时间轴"));
@@ -81,7 +82,8 @@ void frmCheckTiming::Init(frmTiming &timingForm)
     txtDialogLength->setText(start.txtDialogLength);
     txtShortTime->setText(start.txtShortTime);
     connect(cmdCheck, &QPushButton::clicked, this, [this] { m_check->cmdCheck(Fields()); });
-    connect(spdErr, &CSpreadView::CellClicked, this, [this](int col, int row) { m_check->ClickFault(col, row); });
+    connect(
+        spdErr, &CSpreadView::CellClicked, this, [this](int col, int row) { m_check->ClickFault(col, row); });
 }
 
 CTimingCheck::Options frmCheckTiming::Fields() const

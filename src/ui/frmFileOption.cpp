@@ -19,7 +19,16 @@
 namespace {
 
 const char16_t *const TypeCaptions[] = {
-    u"翻译稿(txt)", u"SSA", u"ASS", u"SAMI(smi)", u"SRT", u"SMP(txt)", u"RTF", u"对白文本(txt)", u"LRC", u"SST",
+    u"翻译稿(txt)",
+    u"SSA",
+    u"ASS",
+    u"SAMI(smi)",
+    u"SRT",
+    u"SMP(txt)",
+    u"RTF",
+    u"对白文本(txt)",
+    u"LRC",
+    u"SST",
 };
 
 QButtonGroup *RadioGroup(QWidget *owner, const char *name, const QStringList &captions, QLayout *into)
@@ -61,16 +70,23 @@ QCheckBox *frmFileOption::box(const char *name, const QString &text)
         if (m_refreshing)
             return;
         static const QList<std::pair<const char *, qint32>> timing = {
-            { "chkTitle", CFileOptionModel::OptTitle }, { "chkFont", CFileOptionModel::OptFont },
-            { "chkStart", CFileOptionModel::OptStart }, { "chkEnd", CFileOptionModel::OptEnd },
-            { "chkDialog", CFileOptionModel::OptDialog }, { "chkDialogEffect", CFileOptionModel::OptDialogEffect },
+            { "chkTitle", CFileOptionModel::OptTitle },
+            { "chkFont", CFileOptionModel::OptFont },
+            { "chkStart", CFileOptionModel::OptStart },
+            { "chkEnd", CFileOptionModel::OptEnd },
+            { "chkDialog", CFileOptionModel::OptDialog },
+            { "chkDialogEffect", CFileOptionModel::OptDialogEffect },
             { "chkOtherCol", CFileOptionModel::OptOtherCol },
         };
         static const QList<std::pair<const char *, qint32>> change = {
-            { "chkText", CFileOptionModel::ChgText }, { "chkColor", CFileOptionModel::ChgColor },
-            { "chkFontName", CFileOptionModel::ChgFontName }, { "chkFontSize", CFileOptionModel::ChgFontSize },
-            { "chkThrough", CFileOptionModel::ChgThrough }, { "chkUnderline", CFileOptionModel::ChgUnderline },
-            { "chkBold", CFileOptionModel::ChgBold }, { "chkItaric", CFileOptionModel::ChgItaric },
+            { "chkText", CFileOptionModel::ChgText },
+            { "chkColor", CFileOptionModel::ChgColor },
+            { "chkFontName", CFileOptionModel::ChgFontName },
+            { "chkFontSize", CFileOptionModel::ChgFontSize },
+            { "chkThrough", CFileOptionModel::ChgThrough },
+            { "chkUnderline", CFileOptionModel::ChgUnderline },
+            { "chkBold", CFileOptionModel::ChgBold },
+            { "chkItaric", CFileOptionModel::ChgItaric },
             { "chkBlackWhite", CFileOptionModel::ChgBlackWhite },
         };
         const QString name = c->objectName();
@@ -91,7 +107,8 @@ QCheckBox *frmFileOption::box(const char *name, const QString &text)
     return c;
 }
 
-frmFileOption::frmFileOption(QWidget *parent) : QDialog(parent)
+frmFileOption::frmFileOption(QWidget *parent)
+    : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmFileOption"));
     Model.Init();
@@ -105,18 +122,19 @@ frmFileOption::frmFileOption(QWidget *parent) : QDialog(parent)
     optFileType = RadioGroup(this, "optFileType", types, typeColumn);
     typeLayout->addLayout(typeColumn, 0, 0);
     auto *subColumn = new QVBoxLayout;
-    optFileSubType = RadioGroup(this, "optFileSubType", { QStringLiteral("SMP 格式一"), QStringLiteral("SMP 格式二") },
-                                subColumn);
+    optFileSubType = RadioGroup(
+        this, "optFileSubType", { QStringLiteral("SMP 格式一"), QStringLiteral("SMP 格式二") }, subColumn);
     subColumn->addStretch(1);
     typeLayout->addLayout(subColumn, 0, 1);
 
     auto *codeBox = new QGroupBox(QStringLiteral("编码"), this);
     auto *codeLayout = new QHBoxLayout(codeBox);
     optCodeType = RadioGroup(this, "optCodeType",
-                             { QStringLiteral("系统默认"), QStringLiteral("Unicode"), QStringLiteral("ANSI") }, codeLayout);
+        { QStringLiteral("系统默认"), QStringLiteral("Unicode"), QStringLiteral("ANSI") }, codeLayout);
     auto *modeBox = new QGroupBox(QStringLiteral("打开方式"), this);
     auto *modeLayout = new QHBoxLayout(modeBox);
-    optOpenMode = RadioGroup(this, "optOpenMode", { QStringLiteral("替换"), QStringLiteral("追加") }, modeLayout);
+    optOpenMode
+        = RadioGroup(this, "optOpenMode", { QStringLiteral("替换"), QStringLiteral("追加") }, modeLayout);
 
     fraTimingOption = new QGroupBox(QStringLiteral("时间轴选项"), this);
     auto *timingLayout = new QGridLayout(fraTimingOption);
@@ -150,8 +168,8 @@ frmFileOption::frmFileOption(QWidget *parent) : QDialog(parent)
     chkBlackWhite = box("chkBlackWhite", QStringLiteral("黑白互换"));
     chkChangeTable = box("chkChangeTable", QStringLiteral("转换表"));
     i = 0;
-    for (QCheckBox *c : { chkText, chkColor, chkFontName, chkFontSize, chkThrough, chkUnderline, chkBold, chkItaric,
-                          chkBlackWhite, chkChangeTable }) {
+    for (QCheckBox *c : { chkText, chkColor, chkFontName, chkFontSize, chkThrough, chkUnderline, chkBold,
+             chkItaric, chkBlackWhite, chkChangeTable }) {
         translateLayout->addWidget(c, i / 2, i % 2);
         ++i;
     }
@@ -226,7 +244,8 @@ frmFileOption::frmFileOption(QWidget *parent) : QDialog(parent)
         Model.setTimeFormat(index);
         changed();
     });
-    connect(txtFileName, &QLineEdit::textEdited, this, [this](const QString &text) { Model.FileName = text; });
+    connect(
+        txtFileName, &QLineEdit::textEdited, this, [this](const QString &text) { Model.FileName = text; });
     connect(cmdFileName, &QPushButton::clicked, this, [this] {
         Model.SelectFileDialog();
         changed();
@@ -268,9 +287,12 @@ void frmFileOption::Refresh()
     SetGroup(optCodeType, CFileOptionModel::CodeTypeIndex(Model.FileCode), on.CodeType);
     SetGroup(optOpenMode, Model.OpenMode, on.OpenMode);
     const QList<std::pair<QCheckBox *, qint32>> timingBoxes = {
-        { chkTitle, CFileOptionModel::OptTitle }, { chkFont, CFileOptionModel::OptFont },
-        { chkStart, CFileOptionModel::OptStart }, { chkEnd, CFileOptionModel::OptEnd },
-        { chkDialog, CFileOptionModel::OptDialog }, { chkDialogEffect, CFileOptionModel::OptDialogEffect },
+        { chkTitle, CFileOptionModel::OptTitle },
+        { chkFont, CFileOptionModel::OptFont },
+        { chkStart, CFileOptionModel::OptStart },
+        { chkEnd, CFileOptionModel::OptEnd },
+        { chkDialog, CFileOptionModel::OptDialog },
+        { chkDialogEffect, CFileOptionModel::OptDialogEffect },
         { chkOtherCol, CFileOptionModel::OptOtherCol },
     };
     for (const auto &[c, bit] : timingBoxes) {
@@ -280,10 +302,14 @@ void frmFileOption::Refresh()
     chkDialogEffect->setEnabled(on.DialogEffect);
     cmbTimeFormat->setCurrentIndex(Model.TimeFormat());
     const QList<std::pair<QCheckBox *, qint32>> changeBoxes = {
-        { chkText, CFileOptionModel::ChgText }, { chkColor, CFileOptionModel::ChgColor },
-        { chkFontName, CFileOptionModel::ChgFontName }, { chkFontSize, CFileOptionModel::ChgFontSize },
-        { chkThrough, CFileOptionModel::ChgThrough }, { chkUnderline, CFileOptionModel::ChgUnderline },
-        { chkBold, CFileOptionModel::ChgBold }, { chkItaric, CFileOptionModel::ChgItaric },
+        { chkText, CFileOptionModel::ChgText },
+        { chkColor, CFileOptionModel::ChgColor },
+        { chkFontName, CFileOptionModel::ChgFontName },
+        { chkFontSize, CFileOptionModel::ChgFontSize },
+        { chkThrough, CFileOptionModel::ChgThrough },
+        { chkUnderline, CFileOptionModel::ChgUnderline },
+        { chkBold, CFileOptionModel::ChgBold },
+        { chkItaric, CFileOptionModel::ChgItaric },
         { chkBlackWhite, CFileOptionModel::ChgBlackWhite },
     };
     for (const auto &[c, bit] : changeBoxes)

@@ -9,7 +9,8 @@
 #include <QPushButton>
 #include <QScreen>
 
-frmFindSpread::frmFindSpread(QWidget *parent) : QWidget(parent, Qt::Tool)
+frmFindSpread::frmFindSpread(QWidget *parent)
+    : QWidget(parent, Qt::Tool)
 {
     setObjectName(QStringLiteral("frmFindSpread"));
     setWindowTitle(QStringLiteral("查找替换"));
@@ -40,7 +41,8 @@ frmFindSpread::frmFindSpread(QWidget *parent) : QWidget(parent, Qt::Tool)
         m_find.setTxtFind(text);
         enableCommands();
     });
-    connect(txtReplace, &QLineEdit::textChanged, this, [this](const QString &text) { m_find.setTxtReplace(text); });
+    connect(txtReplace, &QLineEdit::textChanged, this,
+        [this](const QString &text) { m_find.setTxtReplace(text); });
     connect(cmdFind, &QPushButton::clicked, this, [this] { m_find.cmdFind(); });
     connect(cmdReplace, &QPushButton::clicked, this, [this] { m_find.cmdReplace(); });
     connect(cmdReplaceAll, &QPushButton::clicked, this, [this] { m_find.cmdReplaceAll(); });

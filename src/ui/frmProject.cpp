@@ -9,7 +9,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-frmProject::frmProject(QWidget *parent) : QWidget(parent, Qt::Tool)
+frmProject::frmProject(QWidget *parent)
+    : QWidget(parent, Qt::Tool)
 {
     setObjectName(QStringLiteral("frmProject"));
     m_tree = new QTreeWidget(this);

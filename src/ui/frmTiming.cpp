@@ -5,10 +5,11 @@
 #include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
+#include "formats/basTimingFile.h"
+#include "pages/CPictureBox.h"
 #include "player/CPlayer.h"
 #include "player/CPlayers.h"
 #include "player/CPreview.h"
-#include "pages/CPictureBox.h"
 #include "player/IPlayerWindow.h"
 #include "script/CSSAContent.h"
 #include "script/CSSAContentLine.h"
@@ -17,22 +18,21 @@
 #include "shell/CHotKeys.h"
 #include "shell/CRecentFile.h"
 #include "shell/basBackup.h"
+#include "shell/basRouting.h"
 #include "timing/CCaptureKey.h"
+#include "timing/CSliderTimeModel.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
 #include "timing/basLineOps.h"
 #include "timing/basTimeAdjust.h"
 #include "translation/CTranslate.h"
 #include "translation/CTranslates.h"
-#include "shell/basRouting.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
-#include "formats/basTimingFile.h"
 #include "ui/frmCheckTiming.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
 #include "ui/frmSliderTime.h"
-#include "timing/CSliderTimeModel.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -56,7 +56,8 @@ namespace {
 
 bool IsEditorColumn(int col)
 {
-    return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime || col == CTimingGrid::ColDialog;
+    return col == CTimingGrid::ColStartTime || col == CTimingGrid::ColEndTime
+        || col == CTimingGrid::ColDialog;
 }
 
 QString TagOf(QObject *form)
@@ -92,7 +93,8 @@ void UpdateListTag(QComboBox *box)
 
 } // namespace
 
-frmTiming::frmTiming(QWidget *parent) : QWidget(parent)
+frmTiming::frmTiming(QWidget *parent)
+    : QWidget(parent)
 {
     setObjectName(QStringLiteral("frmTiming"));
     m_grid = std::make_unique<CTimingGrid>();
@@ -111,7 +113,8 @@ frmTiming::frmTiming(QWidget *parent) : QWidget(parent)
     m_picture = std::make_unique<CPictureBox>(640, 120);
     AskFileOptions = [](frmTiming &form, int operation) {
         frmFileOption dialog(&form);
-        return form.runFileOption(dialog, operation, [&dialog] { return dialog.exec() == QDialog::Accepted; });
+        return form.runFileOption(
+            dialog, operation, [&dialog] { return dialog.exec() == QDialog::Accepted; });
     };
     buildBars();
     buildLayout();
@@ -162,8 +165,8 @@ void frmTiming::buildBars()
     tlbMode = bar("tlbMode");
     cbaTiming = bar("cbaTiming");
 
-    QAction *open = addButton(tlbFile, QStringLiteral("Open"), QStringLiteral("TIMING_BUTTON_TIP_100"),
-                              QStringLiteral("打开"));
+    QAction *open = addButton(
+        tlbFile, QStringLiteral("Open"), QStringLiteral("TIMING_BUTTON_TIP_100"), QStringLiteral("打开"));
     auto *openMenu = new QMenu(this);
     QAction *a = openMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_100")));
     a->setObjectName(QStringLiteral("FileOpenSSA"));
@@ -179,8 +182,8 @@ void frmTiming::buildBars()
     open->setMenu(openMenu);
     connect(open, &QAction::triggered, this, [this] { OpenFile(0, QString()); });
 
-    QAction *save = addButton(tlbFile, QStringLiteral("Save"), QStringLiteral("TIMING_BUTTON_TIP_200"),
-                              QStringLiteral("保存"));
+    QAction *save = addButton(
+        tlbFile, QStringLiteral("Save"), QStringLiteral("TIMING_BUTTON_TIP_200"), QStringLiteral("保存"));
     auto *saveMenu = new QMenu(this);
     a = saveMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_200")));
     a->setObjectName(QStringLiteral("FileSaveASS"));
@@ -194,10 +197,11 @@ void frmTiming::buildBars()
         b->setPopupMode(QToolButton::MenuButtonPopup);
 
     addButton(tlbUtility, QStringLiteral("SubInfomation"), QStringLiteral("TIMING_BUTTON_TIP_300"),
-              QStringLiteral("注释"));
-    addButton(tlbUtility, QStringLiteral("Font"), QStringLiteral("TIMING_BUTTON_TIP_400"), QStringLiteral("字体"));
-    QAction *ssa = addButton(tlbUtility, QStringLiteral("SSA"), QStringLiteral("TIMING_BUTTON_TIP_500"),
-                             QStringLiteral("SSA"));
+        QStringLiteral("注释"));
+    addButton(
+        tlbUtility, QStringLiteral("Font"), QStringLiteral("TIMING_BUTTON_TIP_400"), QStringLiteral("字体"));
+    QAction *ssa = addButton(
+        tlbUtility, QStringLiteral("SSA"), QStringLiteral("TIMING_BUTTON_TIP_500"), QStringLiteral("SSA"));
     auto *ssaMenu = new QMenu(this);
     ssaMenu->setObjectName(QStringLiteral("mnuSSA"));
     CTimingColumnView &view = m_grid->ColumnView();
@@ -216,30 +220,29 @@ void frmTiming::buildBars()
     ssa->setMenu(ssaMenu);
     connect(ssa, &QAction::triggered, this, [this] { m_grid->ColumnView().PressButton(); });
     addButton(tlbUtility, QStringLiteral("EffectSpecial"), QStringLiteral("TIMING_BUTTON_TIP_E00"),
-              QStringLiteral("特效"));
+        QStringLiteral("特效"));
 
-    QAction *check = addButton(tlbAjust, QStringLiteral("Check"), QStringLiteral("TIMING_BUTTON_TIP_600"),
-                               QStringLiteral("检查"));
+    QAction *check = addButton(
+        tlbAjust, QStringLiteral("Check"), QStringLiteral("TIMING_BUTTON_TIP_600"), QStringLiteral("检查"));
     connect(check, &QAction::triggered, this,
-            [this] { openChild(CheckWindow, MakeCheckWindow, QStringLiteral("检查时间轴窗口已经存在")); });
+        [this] { openChild(CheckWindow, MakeCheckWindow, QStringLiteral("检查时间轴窗口已经存在")); });
     addButton(tlbAjust, QStringLiteral("PicPreview"), QStringLiteral("TIMING_BUTTON_TIP_H00"),
-              QStringLiteral("SST"));
-    QAction *back = addButton(tlbAjust, QStringLiteral("TimeOffsetBack"), QStringLiteral("TIMING_BUTTON_TIP_700"),
-                              QStringLiteral("-0.1"));
+        QStringLiteral("SST"));
+    QAction *back = addButton(tlbAjust, QStringLiteral("TimeOffsetBack"),
+        QStringLiteral("TIMING_BUTTON_TIP_700"), QStringLiteral("-0.1"));
     connect(back, &QAction::triggered, this, [this] {
         if (m_capture && m_capture->ShiftTimes)
             m_capture->ShiftTimes(-0.1);
     });
     QAction *forword = addButton(tlbAjust, QStringLiteral("TimeOffsetForword"),
-                                 QStringLiteral("TIMING_BUTTON_TIP_800"), QStringLiteral("+0.1"));
+        QStringLiteral("TIMING_BUTTON_TIP_800"), QStringLiteral("+0.1"));
     connect(forword, &QAction::triggered, this, [this] {
         if (m_capture && m_capture->ShiftTimes)
             m_capture->ShiftTimes(0.1);
     });
-    QAction *find = addButton(tlbAjust, QStringLiteral("Find"), QStringLiteral("TIMING_BUTTON_TIP_I00"),
-                              QStringLiteral("查找"));
-    connect(find, &QAction::triggered, this,
-            [this] { openChild(FindWindow, MakeFindWindow, QString()); });
+    QAction *find = addButton(
+        tlbAjust, QStringLiteral("Find"), QStringLiteral("TIMING_BUTTON_TIP_I00"), QStringLiteral("查找"));
+    connect(find, &QAction::triggered, this, [this] { openChild(FindWindow, MakeFindWindow, QString()); });
 
     auto toggle = [this](const QString &key, const QString &tip, const QString &text, auto apply) {
         QAction *t = addButton(tlbMode, key, tip, text);
@@ -247,23 +250,23 @@ void frmTiming::buildBars()
         connect(t, &QAction::toggled, this, apply);
         return t;
     };
-    toggle(QStringLiteral("AutoEndTimePoint"), QStringLiteral("TIMING_BUTTON_TIP_F00"), QStringLiteral("自动结束"),
-           [this](bool on) {
-               if (m_doc)
-                   m_doc->AutoEndTimePoint = on;
-           });
+    toggle(QStringLiteral("AutoEndTimePoint"), QStringLiteral("TIMING_BUTTON_TIP_F00"),
+        QStringLiteral("自动结束"), [this](bool on) {
+            if (m_doc)
+                m_doc->AutoEndTimePoint = on;
+        });
     toggle(QStringLiteral("StepPause"), QStringLiteral("TIMING_BUTTON_TIP_900"), QStringLiteral("单步暂停"),
-           [this](bool on) {
-               if (m_doc)
-                   m_doc->StepPause = on;
-           });
+        [this](bool on) {
+            if (m_doc)
+                m_doc->StepPause = on;
+        });
     toggle(QStringLiteral("TraceAVI"), QStringLiteral("TIMING_BUTTON_TIP_A00"), QStringLiteral("画面跟踪"),
-           [this](bool on) {
-               if (m_doc)
-                   m_doc->TraceAVI = on;
-           });
+        [this](bool on) {
+            if (m_doc)
+                m_doc->TraceAVI = on;
+        });
     QAction *karaok = toggle(QStringLiteral("KaraOK"), QStringLiteral("TIMING_BUTTON_TIP_B00"),
-                             QStringLiteral("卡拉OK"), [](bool) { });
+        QStringLiteral("卡拉OK"), [](bool) {});
     connect(karaok, &QAction::triggered, this, [this, karaok](bool pressed) {
         if (!m_capture)
             return;
@@ -277,13 +280,13 @@ void frmTiming::buildBars()
     timPreview->setInterval(100);
     connect(timPreview, &QTimer::timeout, this, &frmTiming::paintPreview);
     toggle(QStringLiteral("Preview"), QStringLiteral("PREVIEW_BUTTON_TIP_101"), QStringLiteral("预览"),
-           [this](bool on) {
-               picPreview->setVisible(on);
-               if (on)
-                   timPreview->start();
-               else
-                   timPreview->stop();
-           });
+        [this](bool on) {
+            picPreview->setVisible(on);
+            if (on)
+                timPreview->start();
+            else
+                timPreview->stop();
+        });
 
     auto *playerLabel = new QLabel(Msg(QStringLiteral("TIMING_BAND_CAPTION_100")), cbaTiming);
     cmbPlayer = new QComboBox(cbaTiming);
@@ -536,7 +539,7 @@ bool frmTiming::eventFilter(QObject *watched, QEvent *event)
                 return true;
         }
     } else if ((watched == spdTiming || watched->property("GridEditor").toBool()) && m_capture
-               && !keyEvent->isAutoRepeat()) {
+        && !keyEvent->isAutoRepeat()) {
         m_capture->KeyUp(key);
     }
     return QWidget::eventFilter(watched, event);
@@ -740,8 +743,8 @@ void frmTiming::translateChosen(int index)
 
 // ---- child windows and preview ---------------------------------------------------------
 
-void frmTiming::openChild(QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make,
-                          const QString &existsText)
+void frmTiming::openChild(
+    QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make, const QString &existsText)
 {
     if (slot) {
         // A window without a message of its own comes to the front instead.
@@ -812,48 +815,48 @@ void frmTiming::buildPopup()
     CTimingGrid &g = *m_grid;
     const auto msg = [](const char *key) { return Msg(QString::fromLatin1(key)); };
     item(mnuPopup, "mnuTimingAjustTime", msg("MENU_TIMING_100"),
-         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustShift); });
+        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustShift); });
     QMenu *scale = sub(mnuPopup, "mnuTimingScaleTime", QStringLiteral("缩放时间轴"));
     item(scale, "mnuTimingScaleTimeAsk", QStringLiteral("缩放时间轴..."),
-         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale); });
+        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale); });
     item(scale, "mnuTimingScaleTime23To25", QStringLiteral("23.976 → 25"),
-         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale23To25); });
+        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale23To25); });
     item(scale, "mnuTimingScaleTime25To23", QStringLiteral("25 → 23.976"),
-         [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale25To23); });
+        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale25To23); });
     item(mnuPopup, "mnuTimingReactOffsetStart", msg("MENU_TIMING_101"), [this] { askReactOffset(false); });
     item(mnuPopup, "mnuTimingReactOffsetEnd", msg("MENU_TIMING_102"), [this] { askReactOffset(true); });
     mnuPopup->addSeparator();
     item(mnuPopup, "mnuTimingInsertLine", msg("MENU_TIMING_200"),
-         [&g] { basLineOps::InsertRows(g, basLineOps::WholeRows); });
+        [&g] { basLineOps::InsertRows(g, basLineOps::WholeRows); });
     item(mnuPopup, "mnuTimingInsertTimeLine", msg("MENU_TIMING_201"),
-         [&g] { basLineOps::InsertRows(g, basLineOps::TimeCells); });
+        [&g] { basLineOps::InsertRows(g, basLineOps::TimeCells); });
     item(mnuPopup, "mnuTimingInsertDialogLine", msg("MENU_TIMING_202"),
-         [&g] { basLineOps::InsertRows(g, basLineOps::DialogCells); });
+        [&g] { basLineOps::InsertRows(g, basLineOps::DialogCells); });
     item(mnuPopup, "mnuTimingDeleteLine", msg("MENU_TIMING_300"),
-         [&g] { basLineOps::DeleteRows(g, basLineOps::WholeRows); });
+        [&g] { basLineOps::DeleteRows(g, basLineOps::WholeRows); });
     item(mnuPopup, "mnuTimingDeleteTimeLine", msg("MENU_TIMING_301"),
-         [&g] { basLineOps::DeleteRows(g, basLineOps::TimeCells); });
+        [&g] { basLineOps::DeleteRows(g, basLineOps::TimeCells); });
     item(mnuPopup, "mnuTimingDeleteDialogLine", msg("MENU_TIMING_302"),
-         [&g] { basLineOps::DeleteRows(g, basLineOps::DialogCells); });
+        [&g] { basLineOps::DeleteRows(g, basLineOps::DialogCells); });
     item(mnuPopup, "mnuTimingClear", msg("MENU_TIMING_400"), [&g] { basLineOps::ClearCells(g); });
     QMenu *increace = sub(mnuPopup, "mnuTimingIncreace", QStringLiteral("差分填充"));
     item(increace, "mnuTimingOneTwoIncreace", msg("MENU_TIMING_500"),
-         [&g] { basTimeAdjust::FillIncrement(g, 1); });
+        [&g] { basTimeAdjust::FillIncrement(g, 1); });
     item(increace, "mnuTimingFirstLastIncreace", QStringLiteral("第一最后行差分"),
-         [&g] { basTimeAdjust::FillIncrement(g, 2); });
+        [&g] { basTimeAdjust::FillIncrement(g, 2); });
     mnuPopup->addSeparator();
     item(mnuPopup, "mnuTimingSetChangedFlg", QStringLiteral("标记为已修改"),
-         [&g] { basLineOps::SetChangedFlag(g, true); });
+        [&g] { basLineOps::SetChangedFlag(g, true); });
     item(mnuPopup, "mnuTimingSetUnChangedFlg", QStringLiteral("取消已修改标记"),
-         [&g] { basLineOps::SetChangedFlag(g, false); });
+        [&g] { basLineOps::SetChangedFlag(g, false); });
     item(mnuPopup, "mnuTimingSetQuestionFlg", QStringLiteral("标记为有疑问"),
-         [&g] { basLineOps::SetQuestionFlag(g, true); });
+        [&g] { basLineOps::SetQuestionFlag(g, true); });
     item(mnuPopup, "mnuTimingSetUnQuestionFlg", QStringLiteral("取消疑问标记"),
-         [&g] { basLineOps::SetQuestionFlag(g, false); });
+        [&g] { basLineOps::SetQuestionFlag(g, false); });
     item(mnuPopup, "mnuTimingDisableCheckFlg", QStringLiteral("不检查时间轴"),
-         [&g] { basLineOps::SetCheckDisabledFlag(g, true); });
+        [&g] { basLineOps::SetCheckDisabledFlag(g, true); });
     item(mnuPopup, "mnuTimingEnableCheckFlg", QStringLiteral("检查时间轴"),
-         [&g] { basLineOps::SetCheckDisabledFlag(g, false); });
+        [&g] { basLineOps::SetCheckDisabledFlag(g, false); });
     mnuPopup->addSeparator();
     QMenu *font = sub(mnuPopup, "mnuTimingFont", QStringLiteral("字体"));
     QMenu *owner = sub(mnuPopup, "mnuTimingOwner", QStringLiteral("说话人"));
@@ -868,7 +871,7 @@ void frmTiming::buildPopup()
         for (const QString &name : names) {
             QAction *a = menu->addAction(name);
             connect(a, &QAction::triggered, this,
-                    [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
+                [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
         }
     };
     connect(mnuPopup, &QMenu::aboutToShow, this, [this, font, owner, scroll, fillList] {
@@ -881,9 +884,11 @@ void frmTiming::buildPopup()
         };
         enable("mnuTimingAjustTime", on.AjustTime);
         enable("mnuTimingScaleTime", on.AjustTime);
-        for (const char *n : { "mnuTimingInsertLine", "mnuTimingInsertTimeLine", "mnuTimingInsertDialogLine" })
+        for (const char *n :
+            { "mnuTimingInsertLine", "mnuTimingInsertTimeLine", "mnuTimingInsertDialogLine" })
             enable(n, on.InsertLines);
-        for (const char *n : { "mnuTimingDeleteLine", "mnuTimingDeleteTimeLine", "mnuTimingDeleteDialogLine" })
+        for (const char *n :
+            { "mnuTimingDeleteLine", "mnuTimingDeleteTimeLine", "mnuTimingDeleteDialogLine" })
             enable(n, on.DeleteLines);
         enable("mnuTimingIncreace", on.Increace);
         enable("mnuTimingEffect", on.Effect);
@@ -903,7 +908,8 @@ void frmTiming::updateCaption()
 {
     if (!m_doc)
         return;
-    QString title = Msg(QStringLiteral("TIMING_TITLE_000")) + u'(' + QString::number(m_doc->SerialNo()) + u')';
+    QString title
+        = Msg(QStringLiteral("TIMING_TITLE_000")) + u'(' + QString::number(m_doc->SerialNo()) + u')';
     if (!m_doc->FileName().isEmpty())
         title += QStringLiteral(" - ") + m_doc->FileName();
     setWindowTitle(title);

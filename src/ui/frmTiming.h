@@ -135,7 +135,7 @@ private:
     bool askFileByDialog(int operation);
     QAction *addButton(QToolBar *bar, const QString &key, const QString &tipKey, const QString &text);
     void openChild(QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make,
-                   const QString &existsText);
+        const QString &existsText);
     bool formKey(int keyCode, bool ctrl);
     void leaveCell(int col, int row, int newCol, int newRow);
     void refreshEditor(int col, int row);

@@ -35,8 +35,8 @@ TEST(BasConvert, IntegerConversionsRoundHalfEvenAndOverflow)
 
 TEST(BasConvert, TryConversionsGiveNothingWhereTheOthersFault)
 {
-    for (const char16_t *text : {u" 12 ", u"&H10", u"&HFFFF", u"abc", u"", u"40000", u"-32768", u"2.5", u"1e999",
-                                 u"1,000", u"-", u"32767.5"}) {
+    for (const char16_t *text : { u" 12 ", u"&H10", u"&HFFFF", u"abc", u"", u"40000", u"-32768", u"2.5",
+             u"1e999", u"1,000", u"-", u"32767.5" }) {
         SCOPED_TRACE(QString::fromUtf16(text).toStdString());
         const int fault = errorOf([text] { CInt(text); });
         EXPECT_EQ(TryCInt(text).has_value(), fault == 0);
@@ -67,9 +67,9 @@ TEST(BasConvert, ValReadsLeadingNumber)
 
 TEST(BasConvert, IsNumeric)
 {
-    for (const char16_t *yes : {u"1", u" 1.5 ", u"-2", u"+3", u"1e3", u".5", u"5.", u"&H1F", u"1,000"})
+    for (const char16_t *yes : { u"1", u" 1.5 ", u"-2", u"+3", u"1e3", u".5", u"5.", u"&H1F", u"1,000" })
         EXPECT_TRUE(IsNumeric(yes)) << QString::fromUtf16(yes).toStdString();
-    for (const char16_t *no : {u"", u" ", u"abc", u"1a", u"1e", u"-", u".", u"&H", u"1 2"})
+    for (const char16_t *no : { u"", u" ", u"abc", u"1a", u"1e", u"-", u".", u"&H", u"1 2" })
         EXPECT_FALSE(IsNumeric(no)) << QString::fromUtf16(no).toStdString();
 }
 

@@ -27,7 +27,9 @@ TEST(TimeToString, DamagedTimesGiveAStringNotAFault)
     EXPECT_EQ(TimeToString(1e15, 2), "277777777777:46:40.00");
     const QString huge = TimeToString(2.4e80, 2);
     EXPECT_TRUE(huge.startsWith(u"66666666666666")) << qPrintable(huge);
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{77}:[0-5][0-9]:[0-5][0-9]\\.[0-9][0-9]$")).match(huge).hasMatch())
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{77}:[0-5][0-9]:[0-5][0-9]\\.[0-9][0-9]$"))
+                    .match(huge)
+                    .hasMatch())
         << qPrintable(huge);
     EXPECT_EQ(TimeToString(std::numeric_limits<double>::quiet_NaN(), 2), "0:00:00.00");
     EXPECT_EQ(TimeToString(std::numeric_limits<double>::infinity(), 1), "0:00:00.0");
@@ -80,9 +82,9 @@ TEST(Names, ColoursKeysAndLineTypes)
     EXPECT_EQ(KeyNameToCode(u"Enter"), 13);
     EXPECT_EQ(KeyNameToCode(u"Q"), 81);
     EXPECT_EQ(KeyNameToCode(u"Foo"), 70); // sorts between "A" and "Z"
-    EXPECT_EQ(KeyNameToCode(u"f8"), 0);   // case matters
+    EXPECT_EQ(KeyNameToCode(u"f8"), 0); // case matters
     EXPECT_EQ(KeyNameToCode(u"Za"), 0);
-    for (int code : {13, 37, 38, 39, 40, 65, 90, 112, 123})
+    for (int code : { 13, 37, 38, 39, 40, 65, 90, 112, 123 })
         EXPECT_EQ(KeyNameToCode(KeyCodeToName(code)), code);
     EXPECT_EQ(KeyCodeToName(64), "Undefined");
 

@@ -129,12 +129,10 @@ TEST_F(Catalogue, HostileFilesNeverStopTheStart)
         QByteArray bytes;
         QString expected100;
     };
-    const QList<Case> cases{{"empty", QByteArray(), QStringLiteral("保存所做的修改吗?")},
-                            {"gbk", gbk, QStringLiteral("保存？")},
-                            {"utf16", utf16, QStringLiteral("保存")},
-                            {"utf8", QByteArray("COMM_MSG_100 = 保存!\r\n"), QStringLiteral("保存!")},
-                            {"binary", binary, QString()},
-                            {"huge", huge, QStringLiteral("保存所做的修改吗?")}};
+    const QList<Case> cases { { "empty", QByteArray(), QStringLiteral("保存所做的修改吗?") },
+        { "gbk", gbk, QStringLiteral("保存？") }, { "utf16", utf16, QStringLiteral("保存") },
+        { "utf8", QByteArray("COMM_MSG_100 = 保存!\r\n"), QStringLiteral("保存!") },
+        { "binary", binary, QString() }, { "huge", huge, QStringLiteral("保存所做的修改吗?") } };
     for (const Case &c : cases) {
         writeMessageFile(c.bytes);
         CMessages m;

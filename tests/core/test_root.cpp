@@ -22,7 +22,9 @@
 namespace {
 struct Item
 {
-    explicit Item(int v) : value(v) {}
+    explicit Item(int v)
+        : value(v)
+    { }
     int value;
 };
 } // namespace
@@ -36,7 +38,7 @@ TEST(KeyedList, KeepsOrderAndLooksUpByKey)
     std::vector<int> order;
     for (Item *i : list)
         order.push_back(i->value);
-    EXPECT_EQ(order, (std::vector<int>{1, 3, 2}));
+    EXPECT_EQ(order, (std::vector<int> { 1, 3, 2 }));
     EXPECT_EQ(list.Find("a")->value, 2);
     EXPECT_EQ(list.Find("zz"), nullptr);
     EXPECT_THROW(list.Add("a", std::make_unique<Item>(9)), VelmarError);
@@ -68,7 +70,7 @@ TEST(KeyedList, MembersAddedUncheckedAreFoundAndGuardedLikeTheRest)
     std::vector<int> order;
     for (Item *i : list)
         order.push_back(i->value);
-    EXPECT_EQ(order, (std::vector<int>{0, 1, 3, 4}));
+    EXPECT_EQ(order, (std::vector<int> { 0, 1, 3, 4 }));
     list.Clear();
     EXPECT_EQ(list.Find("1"), nullptr);
     list.AddNew("1", std::make_unique<Item>(7));
@@ -91,8 +93,8 @@ TEST(DocumentLists, SerialsNeverFallAndKeysAreDecimal)
     EXPECT_EQ(timings.Create()->SerialNo(), 3); // a closed window's number is not reused
     EXPECT_EQ(timings.SerialNo(), 3);
     EXPECT_EQ(timings.Count(), 2);
-    EXPECT_EQ(created, QStringList({"1", "2", "3"}));
-    EXPECT_EQ(deleted, QStringList({"2"}));
+    EXPECT_EQ(created, QStringList({ "1", "2", "3" }));
+    EXPECT_EQ(deleted, QStringList({ "2" }));
     EXPECT_EQ(first->Parent(), &timings);
 }
 
@@ -200,7 +202,7 @@ TEST(SparseMatrix, ZeroCellsAreNeverStored)
 
 TEST(WindowWalk, FirstByTagAndNext)
 {
-    const QStringList tags{"3", "5", "8"};
+    const QStringList tags { "3", "5", "8" };
     EXPECT_EQ(FindWindowByTag(tags, "1", false), 0); // "1" with the flag clear: the first window
     EXPECT_EQ(FindWindowByTag(tags, "5", false), 1);
     EXPECT_EQ(FindWindowByTag(tags, "3", true), 1);

@@ -42,7 +42,8 @@ TEST(WholeFileRead, ByteOrderMarksAndTheUnmarkedGuess)
     EXPECT_EQ(markOnly.Text, "");
 
     // FE FF is taken as little endian all the same: no swapping.
-    const WholeFileRead bigEndian = ReadWholeFile(writeBytes(dir, "b", QByteArray("\xFE\xFF\x00\x41", 4)), false);
+    const WholeFileRead bigEndian
+        = ReadWholeFile(writeBytes(dir, "b", QByteArray("\xFE\xFF\x00\x41", 4)), false);
     EXPECT_TRUE(bigEndian.Unicode);
     ASSERT_EQ(bigEndian.Text.size(), 1);
     EXPECT_EQ(bigEndian.Text[0].unicode(), 0x4100);
@@ -62,11 +63,14 @@ TEST(WholeFileRead, CodePages)
     EXPECT_EQ(DecodeSystemCodePage(QByteArray("\xE5\xAD\x97\xE5\xB9\x95")), QStringLiteral("字幕"));
     EXPECT_EQ(DecodeSystemCodePage(QByteArray("\xEF\xBB\xBF\xE5\xAD\x97")), QStringLiteral("字"));
     EXPECT_EQ(DecodeSystemCodePage(QByteArray("\xD7\xD6\xC4\xBB")), QStringLiteral("字幕"));
-    EXPECT_EQ(EncodeSystemCodePage(QStringLiteral("字幕a")), QByteArray("\xD7\xD6\xC4\xBB" "a"));
+    EXPECT_EQ(EncodeSystemCodePage(QStringLiteral("字幕a")),
+        QByteArray("\xD7\xD6\xC4\xBB"
+                   "a"));
     // Characters GBK cannot hold become "?", one per character (a surrogate pair too).
     EXPECT_EQ(EncodeSystemCodePage(QStringLiteral("a\u0E01b\U0001F600c")), QByteArray("a?b?c"));
     // A broken GBK byte does not stop the rest.
-    const QString broken = DecodeSystemCodePage(QByteArray("\xD7\xD6\xFF" "ab"));
+    const QString broken = DecodeSystemCodePage(QByteArray("\xD7\xD6\xFF"
+                                                           "ab"));
     EXPECT_TRUE(broken.startsWith(QStringLiteral("字")));
     EXPECT_TRUE(broken.endsWith("ab"));
 }
@@ -98,7 +102,8 @@ TEST(TextStream, FailedWriteKeepsTheOldFile)
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     QString error;
     const bool written = WriteTextFile(path, "new", false, &error);
-    QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QFile::setPermissions(
+        dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     if (written)
         GTEST_SKIP() << "running as a user who can write anywhere";
     EXPECT_FALSE(error.isEmpty());

@@ -283,11 +283,12 @@ TEST(TimeDifference, ThirdRowAddsAccelerationWithTheRunningCounter)
         { { "0:00:01.00", "0:00:01.00" }, { "0:00:02.00", "0:00:02.00" }, { "0:00:04.00", "0:00:04.00" } });
     BuildTimeDifference(1, QStringLiteral("6"), grid);
     // d = 1 and acc = 1; the counter starts at 0 and is not reset for the second column
-    const char *expected[2][3] = { { "0:00:04.00", "0:00:09.00", "0:00:15.00" },
-        { "0:00:10.00", "0:00:15.00", "0:00:21.00" } };
+    const char *expected[2][3]
+        = { { "0:00:04.00", "0:00:09.00", "0:00:15.00" }, { "0:00:10.00", "0:00:15.00", "0:00:21.00" } };
     for (int col = 1; col <= 2; ++col)
         for (int row = 4; row <= 6; ++row)
-            EXPECT_EQ(grid.Text(row, col), QString::fromLatin1(expected[col - 1][row - 4])) << row << "," << col;
+            EXPECT_EQ(grid.Text(row, col), QString::fromLatin1(expected[col - 1][row - 4]))
+                << row << "," << col;
     EXPECT_EQ(grid.MaxRows(), 7);
 }
 

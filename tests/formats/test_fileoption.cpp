@@ -31,8 +31,9 @@ protected:
     // A document holding two timed lines, read from an SRT text.
     void loadSrt()
     {
-        write(path("in.srt"), "1\r\n00:00:01,200 --> 00:00:03,450\r\nHello\r\n\r\n"
-                              "2\r\n00:00:04,000 --> 00:00:06,100\r\n{\\i1}World\r\n\r\n");
+        write(path("in.srt"),
+            "1\r\n00:00:01,200 --> 00:00:03,450\r\nHello\r\n\r\n"
+            "2\r\n00:00:04,000 --> 00:00:06,100\r\n{\\i1}World\r\n\r\n");
         ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("in.srt")), basTimingFile::OpenResult::Opened);
     }
 
@@ -139,12 +140,12 @@ TEST_F(FileOption, OpenThroughTheOptionsReadsWithTheChosenCode)
     write(path("marked.srt"), QByteArray("\xff\xfe", 2) + units);
     write(path("bare.srt"), units);
     write(path("empty.srt"), "");
-    const auto firstText = [this] {
-        return doc->SSAContent->Count() > 0 ? doc->SSAContent->At(0)->Dialog() : QString();
-    };
+    const auto firstText
+        = [this] { return doc->SSAContent->Count() > 0 ? doc->SSAContent->At(0)->Dialog() : QString(); };
 
     // Unicode chosen: even a file without its mark reads right.
-    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("bare.srt"), 4, -1, 28), basTimingFile::OpenResult::Opened);
+    ASSERT_EQ(
+        basTimingFile::OpenWithOptions(*doc, path("bare.srt"), 4, -1, 28), basTimingFile::OpenResult::Opened);
     EXPECT_EQ(firstText(), QString::fromUtf16(u"你好"));
     EXPECT_EQ(doc->FileCode, -1);
     EXPECT_EQ(doc->TimingOption, 28);
@@ -152,17 +153,21 @@ TEST_F(FileOption, OpenThroughTheOptionsReadsWithTheChosenCode)
     EXPECT_EQ(doc->FileName(), path("bare.srt"));
     EXPECT_FALSE(doc->Changed());
     // Left to the stream: the mark decides.
-    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, -2), basTimingFile::OpenResult::Opened);
+    ASSERT_EQ(
+        basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, -2), basTimingFile::OpenResult::Opened);
     EXPECT_EQ(firstText(), QString::fromUtf16(u"你好"));
     EXPECT_EQ(doc->FileCode, -2);
     // ANSI chosen for a UTF-16 file: what the user asked for, not what the file is.
-    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, 0), basTimingFile::OpenResult::Opened);
+    ASSERT_EQ(
+        basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, 0), basTimingFile::OpenResult::Opened);
     EXPECT_NE(firstText(), QString::fromUtf16(u"你好"));
 
-    EXPECT_EQ(basTimingFile::OpenWithOptions(*doc, path("empty.srt"), 2, -1), basTimingFile::OpenResult::Empty);
+    EXPECT_EQ(
+        basTimingFile::OpenWithOptions(*doc, path("empty.srt"), 2, -1), basTimingFile::OpenResult::Empty);
     EXPECT_EQ(doc->ScriptType(), 4);
-    EXPECT_EQ(basTimingFile::OpenWithOptions(*doc, path("none.srt"), 4, -1), basTimingFile::OpenResult::Unreadable);
-    EXPECT_EQ(prompt.Messages(), QStringList{QString::fromUtf16(u" 无法打开文件。 ") + path("none.srt")});
+    EXPECT_EQ(
+        basTimingFile::OpenWithOptions(*doc, path("none.srt"), 4, -1), basTimingFile::OpenResult::Unreadable);
+    EXPECT_EQ(prompt.Messages(), QStringList { QString::fromUtf16(u" 无法打开文件。 ") + path("none.srt") });
 }
 
 TEST_F(FileOption, OpenFillsTheDocumentsGridAndSaveStoresItBack)
@@ -188,7 +193,7 @@ TEST_F(FileOption, EmptyOrMissingFileLeavesTheDocument)
     EXPECT_TRUE(prompt.Messages().isEmpty());
 
     EXPECT_EQ(basTimingFile::OpenTimingFile(*doc, path("none.ass")), basTimingFile::OpenResult::Unreadable);
-    EXPECT_EQ(prompt.Messages(), QStringList{QString::fromUtf16(u" 无法打开文件。 ") + path("none.ass")});
+    EXPECT_EQ(prompt.Messages(), QStringList { QString::fromUtf16(u" 无法打开文件。 ") + path("none.ass") });
 }
 
 TEST_F(FileOption, PreviewUsesTheChosenOptionsAndPutsTheDocumentBack)

@@ -95,8 +95,9 @@ TEST(BitmapColours, NearestOfTheSixteen)
 {
     // Pure red, green and blue land on the entries that a reader shows in those colours.
     const std::pair<QRgb, int> cases[] = { { qRgb(255, 255, 255), 15 }, { qRgb(0, 0, 0), 0 },
-        { qRgb(128, 128, 128), 8 }, { qRgb(192, 192, 192), 7 }, { qRgb(255, 0, 0), 9 }, { qRgb(0, 255, 0), 10 },
-        { qRgb(0, 0, 255), 12 }, { qRgb(250, 250, 10), 11 }, { qRgb(20, 10, 10), 0 }, { qRgb(240, 240, 240), 15 } };
+        { qRgb(128, 128, 128), 8 }, { qRgb(192, 192, 192), 7 }, { qRgb(255, 0, 0), 9 },
+        { qRgb(0, 255, 0), 10 }, { qRgb(0, 0, 255), 12 }, { qRgb(250, 250, 10), 11 }, { qRgb(20, 10, 10), 0 },
+        { qRgb(240, 240, 240), 15 } };
     for (const auto &[colour, index] : cases)
         EXPECT_EQ(NearestColourIndex(colour), index) << std::hex << colour;
 }

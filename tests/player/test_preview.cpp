@@ -103,19 +103,17 @@ protected:
 TEST(PreviewDialog, BreaksBlanksAndOverrideBlocks)
 {
     const std::pair<const char *, const char *> cases[] = {
-        { "{\\fad(100,100)}abc\\Ndef", "abc\r\ndef" },
-        { "a\\nb\\hc", "a\r\nb c" },
-        { "abc{\\b1", "abc" },
+        { "{\\fad(100,100)}abc\\Ndef", "abc\r\ndef" }, { "a\\nb\\hc", "a\r\nb c" }, { "abc{\\b1", "abc" },
         { "{\\b1}a{\\i1}b{\\b0\\i0}c", "abc" },
         { "{note} x}", "{note} x}" }, // a brace without a backslash is text, a lone closing one too
         { "a{\\}b", "ab" }, // the closing brace is looked for only behind the backslash
         { "x\\{\\b1}Ny", "x y" }, // a backslash joined to a letter by removing a block: a blank
         { "a\\\\Nb\\", "a\\\r\nb\\" }, // a doubled backslash: the second one starts the escape
-        { "plain", "plain" },
-        { "a\\Hb", "a\\Hb" }, // lower and upper case are different escapes: "\H" stays
+        { "plain", "plain" }, { "a\\Hb", "a\\Hb" }, // lower and upper case are different escapes: "\H" stays
     };
     for (const auto &[dialog, shown] : cases)
-        EXPECT_EQ(CPreviewLine::CleanDialog(QString::fromLatin1(dialog)), QString::fromLatin1(shown)) << dialog;
+        EXPECT_EQ(CPreviewLine::CleanDialog(QString::fromLatin1(dialog)), QString::fromLatin1(shown))
+            << dialog;
 }
 
 // ---- lines kept in step with the grid ---------------------------------------------------

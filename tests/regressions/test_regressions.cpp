@@ -25,7 +25,8 @@ TEST(FuzzRegressions, EveryKeptInputReadsWithoutFault)
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray bytes = file.readAll();
         const std::string target = name.section(u'-', 0, 0).toStdString();
-        EXPECT_TRUE(RunFuzzInput(target, reinterpret_cast<const uint8_t *>(bytes.constData()), size_t(bytes.size())))
+        EXPECT_TRUE(
+            RunFuzzInput(target, reinterpret_cast<const uint8_t *>(bytes.constData()), size_t(bytes.size())))
             << "no target is called " << target;
         prompt.Reset();
     }

@@ -4,10 +4,10 @@
 #include "core/VelmarError.h"
 #include "core/basMain.h"
 #include "core/basPlatform.h"
-#include "script/CSubInfo.h"
-#include "script/CTiming.h"
 #include "player/CPlayer.h"
 #include "player/IPlayerWindow.h"
+#include "script/CSubInfo.h"
+#include "script/CTiming.h"
 
 #include <QDateTime>
 
@@ -22,9 +22,9 @@ public:
         m_player.setImageSourceHeight(480);
     }
     QString Tag() const override { return QStringLiteral("1"); }
-    void setTag(const QString &) override {}
+    void setTag(const QString &) override { }
     QString Caption() const override { return QStringLiteral("播放器(1)"); }
-    void setCaption(const QString &) override {}
+    void setCaption(const QString &) override { }
     CPlayer *player() const override { return &m_player; }
 
 private:

@@ -31,10 +31,11 @@ TEST(Routing, TypesChooseTheWindow)
 TEST(Routing, ExtensionsChooseTheWindowByTheLastDot)
 {
     // Without a dot the whole name is the extension.
-    const std::pair<const char *, K> cases[] = { { "MOVIE.AVI", K::Player }, { "movie.avi", K::Player },
-        { "/v/clip.mkv", K::Player }, { "a.b.SRT", K::Timing }, { "x.sami", K::Timing },
-        { "draft.Rtf", K::Translate }, { "setup.ini", K::Translate }, { "x.smp", K::None }, { "x.lrc", K::None },
-        { "x.sst", K::None }, { "README", K::None }, { "srt", K::Timing }, { "  clip.wmv  ", K::Player } };
+    const std::pair<const char *, K> cases[]
+        = { { "MOVIE.AVI", K::Player }, { "movie.avi", K::Player }, { "/v/clip.mkv", K::Player },
+              { "a.b.SRT", K::Timing }, { "x.sami", K::Timing }, { "draft.Rtf", K::Translate },
+              { "setup.ini", K::Translate }, { "x.smp", K::None }, { "x.lrc", K::None }, { "x.sst", K::None },
+              { "README", K::None }, { "srt", K::Timing }, { "  clip.wmv  ", K::Player } };
     for (const auto &[name, kind] : cases)
         EXPECT_EQ(WindowKindOfFileName(QString::fromLatin1(name)), kind) << name;
 }
@@ -55,7 +56,8 @@ TEST(Routing, FileDialogFilters)
     const int cases[][3] = { { 1, 0, 202 }, { 2, 6, 202 }, { 1, 1, 203 }, { 1, 5, 203 }, { 2, 4, 204 },
         { 2, 9, 207 }, { 1, 100, 205 }, { 1, 7, 206 }, { 3, 2, 206 } };
     for (const auto &c : cases)
-        EXPECT_EQ(FileDialogFilterKey(c[0], c[1]), QStringLiteral("COMM_MSG_%1").arg(c[2])) << c[0] << "," << c[1];
+        EXPECT_EQ(FileDialogFilterKey(c[0], c[1]), QStringLiteral("COMM_MSG_%1").arg(c[2]))
+            << c[0] << "," << c[1];
 }
 
 class RoutingNames : public ShellFixture

@@ -3,8 +3,8 @@
 #ifdef VELMAR_TEST_WIDGETS
 #include <QApplication>
 #endif
-#include <QGuiApplication>
 #include <QDir>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

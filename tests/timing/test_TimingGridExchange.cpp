@@ -94,8 +94,9 @@ TEST_F(GridExchangeTest, LoadFillsEveryColumnOfEachLine)
     EXPECT_EQ(t.OwnerItems(), QStringList({ "Bob", "NTP", "Ann" }));
 
     // ASS: the layer column holds the layer.
-    EXPECT_EQ(Cells(1), QString::fromUtf8("注释|3|0:00:01.00|0:00:02.50|Default|Bob|0010|0020|0030|从下到上滚动|"
-                                          "10|20|5|3|one\\Ntwo|1"));
+    EXPECT_EQ(Cells(1),
+        QString::fromUtf8("注释|3|0:00:01.00|0:00:02.50|Default|Bob|0010|0020|0030|从下到上滚动|"
+                          "10|20|5|3|one\\Ntwo|1"));
     EXPECT_EQ(a->StoredStyle(), "Default"); // the line itself is renamed too
     EXPECT_TRUE(t.RowChanged(1));
     EXPECT_TRUE(t.RowQuestion(1));
@@ -363,8 +364,9 @@ TEST_F(GridExchangeTest, OtherFormatsBecomeEventRowsOnLoadAndGoBackOnSave)
     EXPECT_EQ(Cell(15, 2), "Second");
 
     g().SetText(15, 2, "Changed");
-    EXPECT_EQ(doc->Content(), QStringLiteral("1\r\n00:00:01,500 --> 00:00:03,250\r\n第一行\r\n第二行\r\n\r\n"
-                                             "2\r\n00:01:00,000 --> 00:01:02,000\r\nChanged\r\n\r\n"));
+    EXPECT_EQ(doc->Content(),
+        QStringLiteral("1\r\n00:00:01,500 --> 00:00:03,250\r\n第一行\r\n第二行\r\n\r\n"
+                       "2\r\n00:01:00,000 --> 00:01:02,000\r\nChanged\r\n\r\n"));
 }
 
 TEST_F(GridExchangeTest, OpenModeOneKeepsTheRowsAndAddsTheFileBehind)

@@ -159,8 +159,8 @@ TEST_F(TimeAdjustTest, OverlapGuardSeesTheBlockAsItMoves)
 }
 
 // The guard's rule as stated, row by row over the whole grid, for comparison.
-double GuardByTheRule(const std::vector<double> &start, const std::vector<double> &end, int row, int col,
-                      double delta)
+double GuardByTheRule(
+    const std::vector<double> &start, const std::vector<double> &end, int row, int col, double delta)
 {
     if (delta == 0 || (col == TG::ColStartTime && delta > 0) || (col == TG::ColEndTime && delta < 0))
         return delta;

@@ -284,8 +284,8 @@ TEST_F(CheckTest, LengthLimitInWideCharacters)
 TEST(CheckWidth, WideCharactersCountTwo)
 {
     // Full-width forms, Chinese punctuation, wide letters outside the code page, beyond the basic plane.
-    const std::pair<const char16_t *, int> cases[]
-        = { { u"abc", 3 }, { u"中文", 4 }, { u"ＡＢ", 4 }, { u"，。“”", 8 }, { u"한국", 4 }, { u"\U0002000B", 2 } };
+    const std::pair<const char16_t *, int> cases[] = { { u"abc", 3 }, { u"中文", 4 }, { u"ＡＢ", 4 },
+        { u"，。“”", 8 }, { u"한국", 4 }, { u"\U0002000B", 2 } };
     for (const auto &[text, width] : cases)
         EXPECT_EQ(TC::DisplayWidth(text), width) << QString::fromUtf16(text).toStdString();
     EXPECT_EQ(TC::DisplayWidth(QString(QChar(0xD800))), 1);

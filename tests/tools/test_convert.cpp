@@ -87,26 +87,34 @@ protected:
 
 struct Kind
 {
-    const char *Name;   // the file name written
+    const char *Name; // the file name written
     qint32 Type;
     qint32 SubType;
 };
 
 const Kind kinds[] = {
-    {"in.ass", 2, 0}, {"in.ssa", 1, 0}, {"in.smi", 3, 0}, {"in.srt", 4, 0}, {"in0.smp", 5, 0},
-    {"in1.smp", 5, 1}, {"in.txt", 7, 0}, {"in.lrc", 8, 0}, {"in.sst", 9, 0},
+    { "in.ass", 2, 0 },
+    { "in.ssa", 1, 0 },
+    { "in.smi", 3, 0 },
+    { "in.srt", 4, 0 },
+    { "in0.smp", 5, 0 },
+    { "in1.smp", 5, 1 },
+    { "in.txt", 7, 0 },
+    { "in.lrc", 8, 0 },
+    { "in.sst", 9, 0 },
 };
 
 TEST_F(Convert, EveryPairGivesTheWindowsResult)
 {
     for (const Kind &from : kinds) {
-        const QString input = write(QString::fromLatin1(from.Name),
-                                    CFileOptionModel::Sample(from.Type, from.SubType));
+        const QString input
+            = write(QString::fromLatin1(from.Name), CFileOptionModel::Sample(from.Type, from.SubType));
         for (const Kind &to : kinds) {
             SCOPED_TRACE(std::string(from.Name) + " -> " + to.Name);
             const QString out = path(QStringLiteral("tool-out"));
-            const ToolRun r = run({QStringLiteral("--no-backup"), QStringLiteral("--to"), QString::number(to.Type),
-                               QStringLiteral("--sub-type"), QString::number(to.SubType), input, out});
+            const ToolRun r
+                = run({ QStringLiteral("--no-backup"), QStringLiteral("--to"), QString::number(to.Type),
+                    QStringLiteral("--sub-type"), QString::number(to.SubType), input, out });
             EXPECT_EQ(r.Exit, 0);
             const QString expected = window(input, to.Type, to.SubType, path(QStringLiteral("win-out")));
             EXPECT_EQ(decoded(out), expected);
@@ -120,9 +128,8 @@ TEST_F(Convert, EveryPairGivesTheWindowsResult)
 TEST_F(Convert, SrtToAssByExtensionsKeepsTimesAndText)
 {
     const QString in = write(QStringLiteral("a.srt"),
-                             QStringLiteral("1\r\n00:00:01,200 --> 00:00:03,450\r\nHello\r\nthere\r\n\r\n"),
-                             false);
-    const ToolRun r = run({QStringLiteral("--no-backup"), in, path(QStringLiteral("a.ass"))});
+        QStringLiteral("1\r\n00:00:01,200 --> 00:00:03,450\r\nHello\r\nthere\r\n\r\n"), false);
+    const ToolRun r = run({ QStringLiteral("--no-backup"), in, path(QStringLiteral("a.ass")) });
     ASSERT_EQ(r.Exit, 0);
     EXPECT_TRUE(r.Errors.isEmpty());
     const QString out = decoded(path(QStringLiteral("a.ass")));
@@ -132,10 +139,11 @@ TEST_F(Convert, SrtToAssByExtensionsKeepsTimesAndText)
     EXPECT_TRUE(out.contains(QStringLiteral("Hello\\Nthere")));
 
     // Times and text only; in ANSI without a mark.
-    ASSERT_EQ(run({QStringLiteral("--no-backup"), QStringLiteral("--option"), QStringLiteral("28"),
-                   QStringLiteral("--encoding"), QStringLiteral("ansi"), in, path(QStringLiteral("b.ass"))})
-                  .Exit,
-              0);
+    ASSERT_EQ(
+        run({ QStringLiteral("--no-backup"), QStringLiteral("--option"), QStringLiteral("28"),
+                QStringLiteral("--encoding"), QStringLiteral("ansi"), in, path(QStringLiteral("b.ass")) })
+            .Exit,
+        0);
     QFile f(path(QStringLiteral("b.ass")));
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
     const QByteArray bytes = f.readAll();
@@ -145,7 +153,7 @@ TEST_F(Convert, SrtToAssByExtensionsKeepsTimesAndText)
     EXPECT_TRUE(bytes.contains("0:00:01.20"));
 
     // The name picks the type: an unknown extension writes dialogue text, plain.
-    ASSERT_EQ(run({QStringLiteral("--no-backup"), in, path(QStringLiteral("c.out"))}).Exit, 0);
+    ASSERT_EQ(run({ QStringLiteral("--no-backup"), in, path(QStringLiteral("c.out")) }).Exit, 0);
     EXPECT_TRUE(decoded(path(QStringLiteral("c.out"))).startsWith(QStringLiteral("Hello there\r\n")));
 }
 
@@ -161,33 +169,38 @@ TEST_F(Convert, OpenAsPicksTheTypeAndReadsWithTheChosenCode)
         f.write(reinterpret_cast<const char *>(srt.utf16()), srt.size() * 2);
     }
     const QString out = path(QStringLiteral("cues.txt"));
-    ASSERT_EQ(run({QStringLiteral("--no-backup"), QStringLiteral("--open-as"), QStringLiteral("srt"),
-                   QStringLiteral("--encoding"), QStringLiteral("unicode"), in, out})
+    ASSERT_EQ(run({ QStringLiteral("--no-backup"), QStringLiteral("--open-as"), QStringLiteral("srt"),
+                      QStringLiteral("--encoding"), QStringLiteral("unicode"), in, out })
                   .Exit,
-              0);
+        0);
     EXPECT_TRUE(decoded(out).startsWith(QString::fromUtf16(u"你好") + QStringLiteral("\r\n")));
     // By its name alone it is plain text, read in the system code page.
-    ASSERT_EQ(run({QStringLiteral("--no-backup"), in, out}).Exit, 0);
+    ASSERT_EQ(run({ QStringLiteral("--no-backup"), in, out }).Exit, 0);
     EXPECT_FALSE(decoded(out).startsWith(QString::fromUtf16(u"你好")));
 }
 
 TEST_F(Convert, StatusAndMessages)
 {
-    const ToolRun usage = run({QStringLiteral("--to"), QStringLiteral("docx"), QStringLiteral("a"), QStringLiteral("b")});
+    const ToolRun usage
+        = run({ QStringLiteral("--to"), QStringLiteral("docx"), QStringLiteral("a"), QStringLiteral("b") });
     EXPECT_EQ(usage.Exit, 2);
     EXPECT_TRUE(usage.Errors.join(u'\n').contains(QStringLiteral("usage: velmar-convert")));
-    EXPECT_EQ(run({QStringLiteral("only-one")}).Exit, 2);
-    EXPECT_EQ(run({QStringLiteral("--option"), QStringLiteral("256"), QStringLiteral("a"), QStringLiteral("b")}).Exit, 2);
+    EXPECT_EQ(run({ QStringLiteral("only-one") }).Exit, 2);
+    EXPECT_EQ(
+        run({ QStringLiteral("--option"), QStringLiteral("256"), QStringLiteral("a"), QStringLiteral("b") })
+            .Exit,
+        2);
 
-    const ToolRun missing = run({path(QStringLiteral("none.srt")), path(QStringLiteral("x.ass"))});
+    const ToolRun missing = run({ path(QStringLiteral("none.srt")), path(QStringLiteral("x.ass")) });
     EXPECT_EQ(missing.Exit, 1);
     ASSERT_FALSE(missing.Errors.isEmpty());
-    EXPECT_EQ(missing.Errors[0], QStringLiteral("message: ") + QString::fromUtf16(u" 无法打开文件。 ")
-                                     + path(QStringLiteral("none.srt")));
+    EXPECT_EQ(missing.Errors[0],
+        QStringLiteral("message: ") + QString::fromUtf16(u" 无法打开文件。 ")
+            + path(QStringLiteral("none.srt")));
     EXPECT_FALSE(QFile::exists(path(QStringLiteral("x.ass"))));
 
     const QString in = write(QStringLiteral("ok.srt"), CFileOptionModel::Sample(4, 0));
-    const ToolRun unwritable = run({in, path(QStringLiteral("no/such/dir/x.ass"))});
+    const ToolRun unwritable = run({ in, path(QStringLiteral("no/such/dir/x.ass")) });
     EXPECT_EQ(unwritable.Exit, 1);
     ASSERT_GE(unwritable.Errors.size(), 2);
     EXPECT_TRUE(unwritable.Errors[0].startsWith(QStringLiteral("message: ")));
@@ -195,18 +208,18 @@ TEST_F(Convert, StatusAndMessages)
 
     // A line that is no event asks whether to go on: the answer is printed and followed.
     const QString bad = write(QStringLiteral("bad.ass"),
-                              QStringLiteral("[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, "
-                                             "Effect, Text\r\nDialogue: x\r\n"
-                                             "Dialogue: 0,0:00:03.00,0:00:04.00,Default,,0,0,0,,B\r\n"));
-    for (const char *answer : {"yes", "no"}) {
-        const ToolRun r = run({QStringLiteral("--no-backup"), QStringLiteral("--answer"),
-                               QString::fromLatin1(answer), bad, path(QStringLiteral("bad.txt"))});
+        QStringLiteral("[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, "
+                       "Effect, Text\r\nDialogue: x\r\n"
+                       "Dialogue: 0,0:00:03.00,0:00:04.00,Default,,0,0,0,,B\r\n"));
+    for (const char *answer : { "yes", "no" }) {
+        const ToolRun r = run({ QStringLiteral("--no-backup"), QStringLiteral("--answer"),
+            QString::fromLatin1(answer), bad, path(QStringLiteral("bad.txt")) });
         EXPECT_EQ(r.Exit, 0);
         ASSERT_EQ(r.Errors.size(), 1);
         EXPECT_TRUE(r.Errors[0].startsWith(QStringLiteral("question: ")));
         EXPECT_TRUE(r.Errors[0].endsWith(QStringLiteral(": Dialogue: x -> ") + QString::fromLatin1(answer)));
         EXPECT_EQ(decoded(path(QStringLiteral("bad.txt"))).startsWith(QStringLiteral("B\r\n")),
-                  answer == std::string("yes"));
+            answer == std::string("yes"));
     }
 }
 

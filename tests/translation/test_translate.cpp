@@ -96,8 +96,8 @@ TEST_F(TranslateTest, ADraftWithoutTableRowsStaysWhole)
     SetChangeRow(doc, 1, QStringLiteral("old"), QStringLiteral("x"));
     doc.setContent(QStringLiteral("\r\n  first line\r\n//not a row\r\nlast"));
     EXPECT_EQ(ViewText(), QStringLiteral("\r\n  first line\r\n//not a row\r\nlast"));
-    EXPECT_EQ(ChangeRows(doc), QStringList({"="}));
-    EXPECT_EQ(ColorRows(doc), QStringList({"0="}));
+    EXPECT_EQ(ChangeRows(doc), QStringList({ "=" }));
+    EXPECT_EQ(ColorRows(doc), QStringList({ "0=" }));
     EXPECT_EQ(doc.spdChangeTable().GetText(0, 1), "1");
 }
 
@@ -106,10 +106,10 @@ TEST_F(TranslateTest, TableRowsFillTheTablesAndLeaveTheDraft)
     doc.setContent(QStringLiteral("//a=b\r\n  //  noequals\r\n\r\n// &HFF0000=line\r\n//&H00FF\r\n//x=y\r\n"
                                   "//&Hzz=bad\r\nText one\r\n//after text"));
     EXPECT_EQ(ViewText(), QStringLiteral("\r\nText one\r\n//after text"));
-    EXPECT_EQ(ChangeRows(doc), QStringList({"a=b", "noequals=", "="}));
+    EXPECT_EQ(ChangeRows(doc), QStringList({ "a=b", "noequals=", "=" }));
     // Once a colour row came, every row goes to the colour loop. Basic reads "&H00FF"
     // as a 16-bit 255; "x" and "&Hzz" are no numbers, so the colour stays 0.
-    EXPECT_EQ(ColorRows(doc), QStringList({"ff0000=line", "ff=", "0=y", "0=bad", "0="}));
+    EXPECT_EQ(ColorRows(doc), QStringList({ "ff0000=line", "ff=", "0=y", "0=bad", "0=" }));
     QString labels;
     for (int row = 1; row <= doc.spdChangeTable().MaxRows(); ++row)
         labels += doc.spdChangeTable().GetText(0, row);
@@ -149,8 +149,8 @@ TEST_F(TranslateTest, WritingPutsTheTableRowsInFront)
     CTranslate again;
     again.setContent(doc.Content());
     EXPECT_EQ(DocumentPlainText(*again.Translate()), QStringLiteral("line 1\r\nline 2"));
-    EXPECT_EQ(ColorRows(again), QStringList({"ff=red", "0="}));
-    EXPECT_EQ(ChangeRows(again), QStringList({"a=b", "="}));
+    EXPECT_EQ(ColorRows(again), QStringList({ "ff=red", "0=" }));
+    EXPECT_EQ(ChangeRows(again), QStringList({ "a=b", "=" }));
 }
 
 TEST_F(TranslateTest, TheWalkTurnsFormatsIntoTags)

@@ -10,13 +10,18 @@ namespace {
 class Recorder : public ITextControlEvents
 {
 public:
-    explicit Recorder(ITextControl &control) : m_control(control) {}
+    explicit Recorder(ITextControl &control)
+        : m_control(control)
+    { }
     bool KeyDown(int keyCode, int shift) override
     {
         Log << QStringLiteral("key %1/%2").arg(keyCode).arg(shift);
         return keyCode == SwallowCode;
     }
-    void SelChange() override { Log << QStringLiteral("sel %1+%2").arg(m_control.SelStart()).arg(m_control.SelLength()); }
+    void SelChange() override
+    {
+        Log << QStringLiteral("sel %1+%2").arg(m_control.SelStart()).arg(m_control.SelLength());
+    }
     void Change() override { Log << QStringLiteral("change ") + m_control.Text(); }
     QStringList Log;
     int SwallowCode = -1;
@@ -56,12 +61,12 @@ TEST(TextEditControl, KeysAreOfferedFirstAndEditsToldSelectionThenChange)
     control.setEvents(&recorder);
 
     QTest::keyClick(&edit, Qt::Key_D);
-    EXPECT_EQ(recorder.Log, QStringList({"key 68/0", "sel 4+0", "change abcd"}));
+    EXPECT_EQ(recorder.Log, QStringList({ "key 68/0", "sel 4+0", "change abcd" }));
 
     recorder.Log.clear();
     recorder.SwallowCode = 69;
     QTest::keyClick(&edit, Qt::Key_E);
-    EXPECT_EQ(recorder.Log, QStringList({"key 69/0"}));
+    EXPECT_EQ(recorder.Log, QStringList({ "key 69/0" }));
     EXPECT_EQ(control.Text(), "abcd");
 }
 

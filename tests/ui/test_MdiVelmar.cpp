@@ -3,14 +3,14 @@
 #include "core/basSetting.h"
 #include "ui/MdiVelmar.h"
 
+#include "core/basMessage.h"
 #include <QCloseEvent>
 #include <QFile>
-#include <QTemporaryDir>
-#include "core/basMessage.h"
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -22,8 +22,9 @@ TEST(MainFrame, MenusSpeakChineseFromTheCatalogue)
     QStringList titles;
     for (QAction *a : frame.menuBar()->actions())
         titles << a->text();
-    EXPECT_EQ(titles, QStringList({QStringLiteral("文件"), QStringLiteral("选项"), QStringLiteral("窗口"),
-                                   QStringLiteral("关于")}));
+    EXPECT_EQ(titles,
+        QStringList({ QStringLiteral("文件"), QStringLiteral("选项"), QStringLiteral("窗口"),
+            QStringLiteral("关于") }));
     EXPECT_EQ(frame.mnuFileOpenTiming->text(), QStringLiteral("打开时间轴..."));
     EXPECT_EQ(frame.mnuWindowCascade->text(), QStringLiteral("层叠"));
     EXPECT_EQ(frame.mnuHelpVersion->text(), QStringLiteral("版本..."));

@@ -21,16 +21,16 @@
 #include "ui/frmTiming.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QFile>
+#include <QLineEdit>
 #include <QMenu>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -52,18 +52,19 @@ private:
     QString m_caption;
 };
 
-const char16_t *const ScriptText = u"[Script Info]\r\nScriptType: v4.00+\r\n\r\n"
-                                   u"[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, "
-                                   u"SecondaryColour, OutlineColour, BackColour, Bold, Italic, Underline, "
-                                   u"StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, Outline, Shadow, "
-                                   u"Alignment, MarginL, MarginR, MarginV, Encoding\r\n"
-                                   u"Style: Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,"
-                                   u"0,100,100,0,0.00,1,2,3,2,20,20,25,134\r\n\r\n"
-                                   u"[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, "
-                                   u"MarginV, Effect, Text\r\n"
-                                   u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第一句\r\n"
-                                   u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第二句\r\n"
-                                   u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第三句\r\n";
+const char16_t *const ScriptText
+    = u"[Script Info]\r\nScriptType: v4.00+\r\n\r\n"
+      u"[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, "
+      u"SecondaryColour, OutlineColour, BackColour, Bold, Italic, Underline, "
+      u"StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, Outline, Shadow, "
+      u"Alignment, MarginL, MarginR, MarginV, Encoding\r\n"
+      u"Style: Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,"
+      u"0,100,100,0,0.00,1,2,3,2,20,20,25,134\r\n\r\n"
+      u"[Events]\r\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, "
+      u"MarginV, Effect, Text\r\n"
+      u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第一句\r\n"
+      u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第二句\r\n"
+      u"Dialogue: 0,0:00:00.00,0:00:00.00,Default,,0000,0000,0000,,第三句\r\n";
 
 // A started core with a playing fake film chosen as the player of a new timing window.
 class TimingWindowTest : public ::testing::Test
@@ -155,9 +156,10 @@ TEST_F(TimingWindowTest, OpenStampWithKeysAndSaveAsSrtAndAss)
     doc->setScriptType(4);
     ASSERT_TRUE(form->SaveFile(false));
     EXPECT_FALSE(doc->Changed());
-    EXPECT_EQ(read(srt), QStringLiteral("1\r\n00:00:01,000 --> 00:00:02,500\r\n第一句\r\n\r\n"
-                                        "2\r\n00:00:03,000 --> 00:00:04,250\r\n第二句\r\n\r\n"
-                                        "3\r\n00:00:05,000 --> 00:00:06,000\r\n第三句\r\n\r\n"));
+    EXPECT_EQ(read(srt),
+        QStringLiteral("1\r\n00:00:01,000 --> 00:00:02,500\r\n第一句\r\n\r\n"
+                       "2\r\n00:00:03,000 --> 00:00:04,250\r\n第二句\r\n\r\n"
+                       "3\r\n00:00:05,000 --> 00:00:06,000\r\n第三句\r\n\r\n"));
 
     const QString ass = dir.filePath(QStringLiteral("out.ass"));
     doc->setFileName(ass);
@@ -248,7 +250,8 @@ TEST_F(TimingWindowTest, ButtonsCarryTheirTipsAndTheKaraokeNeedsATranslation)
 {
     EXPECT_EQ(form->Button(QStringLiteral("Open"))->toolTip(), QStringLiteral("打开文件"));
     EXPECT_EQ(form->Button(QStringLiteral("Check"))->toolTip(), QStringLiteral("检查时间轴"));
-    EXPECT_TRUE(form->Button(QStringLiteral("TimeOffsetForword"))->toolTip().contains(QStringLiteral("+0.1")));
+    EXPECT_TRUE(
+        form->Button(QStringLiteral("TimeOffsetForword"))->toolTip().contains(QStringLiteral("+0.1")));
     EXPECT_TRUE(form->cmdInsertTimePoint->text().contains(QStringLiteral("F7")));
     EXPECT_FALSE(form->Button(QStringLiteral("KaraOK"))->isEnabled());
     form->Button(QStringLiteral("Preview"))->trigger();
@@ -286,7 +289,9 @@ TEST_F(TimingWindowTest, PopupMenuFollowsTheSelection)
 {
     grid().SetSelection({ CSpreadBlock { 1, 3, 2, 3 } });
     emit form->mnuPopup->aboutToShow();
-    auto action = [this](const char *name) { return form->mnuPopup->findChild<QAction *>(QString::fromLatin1(name)); };
+    auto action = [this](const char *name) {
+        return form->mnuPopup->findChild<QAction *>(QString::fromLatin1(name));
+    };
     EXPECT_TRUE(action("mnuTimingAjustTime")->isEnabled());
     EXPECT_TRUE(action("mnuTimingInsertLine")->isEnabled());
     EXPECT_TRUE(action("mnuTimingIncreace")->isEnabled());
