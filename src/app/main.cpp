@@ -1,18 +1,72 @@
-// The entry procedure: the core of the run, then the frame, which carries the run.
+// The entry procedure: the command line, the core of the run, then the frame, which
+// carries the run.
 #include "core/basGuiHooks.h"
+#include "core/basLanguage.h"
 #include "core/basMain.h"
 #include "shell/CRecentFile.h"
+#include "shell/basCommandLine.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
 #include "ui/frmProject.h"
 #include "ui/frmTiming.h"
 
 #include <QApplication>
+#include <QDirIterator>
+#include <QIcon>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+QStringList argumentsOf(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    return arguments;
+}
+
+// Prints what the command line answered and gives the exit status.
+int answer(const CommandLine &commandLine)
+{
+    FILE *stream = commandLine.Do == CommandLine::UsageError ? stderr : stdout;
+    std::fputs(commandLine.Output.toLocal8Bit().constData(), stream);
+    return CommandLineExitCode(commandLine);
+}
+
+// Every size of the icon built into the program (data/velmar.qrc).
+QIcon programIcon()
+{
+    QIcon icon;
+    QDirIterator sizes(QStringLiteral(":/icons/hicolor"), { QStringLiteral("velmar.png") }, QDir::Files,
+        QDirIterator::Subdirectories);
+    while (sizes.hasNext())
+        icon.addFile(sizes.next());
+    return icon;
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
+    QCoreApplication::setApplicationName(QStringLiteral("Velmar"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMAR_VERSION));
+    // The help and the version need no display.
+    if (!CommandLineNeedsWindows(argumentsOf(argc, argv))) {
+        QCoreApplication core(argc, argv);
+        return answer(ParseCommandLine(QCoreApplication::arguments()));
+    }
+
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Velmar"));
+    // Read after Qt has taken its own options (-platform, -style...).
+    const CommandLine commandLine = ParseCommandLine(QApplication::arguments());
+    if (commandLine.Do != CommandLine::Run)
+        return answer(commandLine);
+    QGuiApplication::setDesktopFileName(QStringLiteral("velmar"));
+    QApplication::setWindowIcon(programIcon());
+    if (!commandLine.Language.isEmpty())
+        SetRunInterfaceLanguage(commandLine.Language);
+
     basGuiHooks::InstallGuiHooks();
     CQtPrompt prompt;
     SetPrompt(&prompt);
@@ -37,6 +91,9 @@ int main(int argc, char *argv[])
         recent.Init();
 
         frame.show();
+        // Files named on the command line open once the frame runs, as dropped files do.
+        if (!commandLine.Files.isEmpty())
+            QTimer::singleShot(0, &frame, [&frame, &commandLine] { frame.DropFiles(commandLine.Files); });
         const int result = QApplication::exec();
         frame.AttachRecentFile(nullptr);
         RecentFile = nullptr;

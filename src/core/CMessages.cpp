@@ -3,6 +3,7 @@
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
+#include "core/basLanguage.h"
 #include "core/basMessage.h"
 #include "core/basPlatform.h"
 #include "core/basText.h"
@@ -46,6 +47,9 @@ void CMessages::Init()
     Clear();
     setFileName({});
     setContent(DefaultMessageText());
+    // English replaces every built-in text; "Message.txt" still has the last word.
+    if (InterfaceLanguage() == u"en")
+        setContent(EnglishMessageText());
     const QString path = ProgramFolder() + QStringLiteral("Message.txt");
     if (QFileInfo::exists(path)) {
         const TextFileRead file = ReadTextStream(path, -2);

@@ -13,7 +13,8 @@ public:
     CMessages();
     ~CMessages() override;
 
-    // Loads the built-in text, then "Message.txt" from the program folder over it.
+    // Loads the built-in text, the English one over it when the interface speaks
+    // English, then "Message.txt" from the program folder over both.
     void Init();
 
     CMessage *Create(const QString &key);

@@ -149,12 +149,5 @@ QString DefaultMessageText()
         u"COMM_MSG_206 = 文本文件 (*.txt)|*.txt|其他 (*.*)|*.*",
         u"COMM_MSG_207 = 时间轴 (*.sst)|*.sst|其他 (*.*)|*.*", u"COMM_MSG_300 = 其他",
         u"COMM_MSG_301 = 项目字幕文件" };
-    QString text;
-    text.reserve(16384);
-    for (const char16_t *line : lines) {
-        if (!text.isEmpty())
-            text += QStringLiteral("\r\n");
-        text += QString::fromUtf16(line);
-    }
-    return text;
+    return JoinCatalogueLines(lines);
 }

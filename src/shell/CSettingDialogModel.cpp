@@ -3,6 +3,7 @@
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
+#include "core/basLanguage.h"
 #include "core/basMain.h"
 #include "core/basSetting.h"
 #include "core/basTime.h"
@@ -29,6 +30,7 @@ void CSettingDialogModel::Init(const CHotKeys &hotKeys, const AutoSaveSettings &
     chkAvoidOverlapTiming = AvoidOverlapTiming;
     for (int i = 0; i < CHotKeys::Count; ++i)
         cmbHotKey[size_t(i)] = KeyCodeToName(hotKeys.Key(i));
+    cmbLanguage = StoredInterfaceLanguage();
 }
 
 QStringList CSettingDialogModel::HotKeyNames()
@@ -107,6 +109,9 @@ bool CSettingDialogModel::OK(CHotKeys &hotKeys, AutoSaveSettings &autoSave)
         hotKeys.setKey(i, qint16(KeyNameToCode(name)));
         SaveSetting(QStringLiteral("HotKeys"), HotKeyValueName(i), name);
     }
+    // A store that never had a language keeps none until one is chosen.
+    if (cmbLanguage != StoredInterfaceLanguage())
+        SaveInterfaceLanguage(cmbLanguage);
     Closed = true;
     return true;
 }
@@ -115,6 +120,7 @@ void CSettingDialogModel::BeginShow()
 {
     m_oldClipBoard = AutoGetClipBoard;
     m_oldOnTop = OnTop;
+    m_oldLanguage = StoredInterfaceLanguage();
     Closed = false;
 }
 
@@ -132,6 +138,10 @@ CSettingDialogModel::Outcome CSettingDialogModel::EndShow()
         out.OnTopChanged = true;
         if (SetWindowOnTop)
             SetWindowOnTop(OnTop);
+    }
+    if (StoredInterfaceLanguage() != m_oldLanguage) {
+        out.LanguageChanged = true;
+        MsgBox(LanguageChangeNotice());
     }
     return out;
 }

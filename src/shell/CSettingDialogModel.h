@@ -24,6 +24,8 @@ public:
     bool chkOnTop = false;
     bool chkAvoidOverlapTiming = false;
     std::array<QString, CHotKeys::Count> cmbHotKey;
+    // The language the program starts in ("zh" or "en"); stored only when changed.
+    QString cmbLanguage;
 
     // The names every hot-key entry offers, "Undefined" first.
     static QStringList HotKeyNames();
@@ -46,11 +48,13 @@ public:
 
     // The showing of the dialog: BeginShow before it opens, EndShow after it closed.
     // EndShow tells the frame about a changed clipboard or on-top state through the
-    // callbacks, and reports what changed.
+    // callbacks, tells the user that a changed language comes at the next start, and
+    // reports what changed.
     struct Outcome
     {
         bool ClipboardChanged = false;
         bool OnTopChanged = false;
+        bool LanguageChanged = false;
     };
     void BeginShow();
     Outcome EndShow();
@@ -62,4 +66,5 @@ public:
 private:
     bool m_oldClipBoard = false;
     bool m_oldOnTop = false;
+    QString m_oldLanguage;
 };

@@ -1,5 +1,6 @@
 #include "ui/frmSetting.h"
 
+#include "core/basLanguage.h"
 #include "core/basMain.h"
 #include "shell/CSettingDialogModel.h"
 #include "shell/basFrame.h"
@@ -70,7 +71,17 @@ frmSetting::frmSetting(CSettingDialogModel &model, AutoSaveSettings *autoSave, Q
     form->addWidget(chkClipBoard, 3, 0, 1, 2);
     form->addWidget(chkOnTop, 4, 0, 1, 2);
     form->addWidget(chkAvoidOverlapTiming, 5, 0, 1, 2);
-    form->setRowStretch(6, 1);
+    // Named in both languages, so that a reader of either finds it.
+    lblLanguage = new QLabel(QStringLiteral("界面语言 (Language)"), general);
+    lblLanguage->setObjectName(QStringLiteral("lblLanguage"));
+    cmbLanguage = new QComboBox(general);
+    cmbLanguage->setObjectName(QStringLiteral("cmbLanguage"));
+    for (const QString &code : InterfaceLanguages())
+        cmbLanguage->addItem(InterfaceLanguageName(code), code);
+    lblLanguage->setBuddy(cmbLanguage);
+    form->addWidget(lblLanguage, 6, 0);
+    form->addWidget(cmbLanguage, 6, 1);
+    form->setRowStretch(7, 1);
     SSTab1->addTab(general, QStringLiteral("常规"));
 
     auto *keys = new QWidget(SSTab1);
@@ -117,6 +128,7 @@ void frmSetting::load()
     chkAvoidOverlapTiming->setChecked(m_model.chkAvoidOverlapTiming);
     for (int i = 0; i < CHotKeys::Count; ++i)
         cmbHotKey[i]->setCurrentText(m_model.cmbHotKey[i]);
+    cmbLanguage->setCurrentIndex(cmbLanguage->findData(m_model.cmbLanguage));
     updateEnabling();
 }
 
@@ -130,6 +142,7 @@ void frmSetting::store()
     m_model.chkAvoidOverlapTiming = chkAvoidOverlapTiming->isChecked();
     for (int i = 0; i < CHotKeys::Count; ++i)
         m_model.cmbHotKey[i] = cmbHotKey[i]->currentText();
+    m_model.cmbLanguage = cmbLanguage->currentData().toString();
 }
 
 void frmSetting::updateEnabling()

@@ -32,6 +32,8 @@ public:
     QCheckBox *chkClipBoard = nullptr;
     QCheckBox *chkOnTop = nullptr;
     QCheckBox *chkAvoidOverlapTiming = nullptr;
+    QLabel *lblLanguage = nullptr;
+    QComboBox *cmbLanguage = nullptr;
     std::array<QComboBox *, CHotKeys::Count> cmbHotKey {};
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;
