@@ -124,6 +124,9 @@ public:
     // A fault (a number cell holding no number) shows TIMING_ERR_112 with its text and
     // stops; the lines made so far stay.
     void StoreGridToContent(CSSAContent &content) override;
+    // One row into a line, as the store makes it: `effects` are the texts of EffectItems().
+    // Throws VelmarError for a number cell that holds no number.
+    void StoreRow(int row, CSSAContentLine &line, const QStringList &effects) const;
 
     // The style list of column 5 from the styles, for all rows (every choice goes back to
     // the first item). The second form keeps each row's style where the list still has it.
@@ -154,7 +157,6 @@ private:
     void SetColumnItems(int col, const QStringList &items);
     void RestoreListCells(int col, const QStringList &kept, const CFonts *fonts, const QString &fallback);
     void LoadRow(int row, CSSAContentLine &line, bool ssa, const CFonts *fonts, const QStringList &styles);
-    void StoreRow(int row, CSSAContentLine &line, const QStringList &effects) const;
 
     std::unique_ptr<CSpread> m_spread;
     ITimingPreviewHooks *m_hooks = nullptr;
