@@ -15,7 +15,9 @@
 #include "shell/CSettingDialogModel.h"
 #include "shell/IAutoSaveDocument.h"
 #include "shell/basFrame.h"
+#include "shell/basWindowArrange.h"
 #include "timing/CSliderTimeModel.h"
+#include "ui/basPendingWindows.h"
 #include "ui/frmPlayer.h"
 #include "ui/frmSetting.h"
 #include "ui/frmSliderTime.h"
@@ -151,12 +153,7 @@ void MdiVelmar::readSettings()
     setGeometry(int(g.Left), int(g.Top), qMax(320, int(g.Width)), qMax(240, int(g.Height)));
 
     m_autoSaveSettings = settings.AutoSave;
-    m_autoSave.AutoSaveTime = m_autoSaveSettings.AutoSaveTime;
-    m_autoSave.AutoDelTime = m_autoSaveSettings.AutoDelTime;
-    if (m_autoSaveSettings.Enabled)
-        timAutoSave->start();
-    else
-        timAutoSave->stop();
+    applyAutoSaveSettings();
 
     if (m_root && m_root->Players()) {
         CPlayers *players = m_root->Players();
@@ -173,88 +170,163 @@ void MdiVelmar::readSettings()
     }
 }
 
+// A menu of the bar with the catalogue key of its title.
+struct MdiVelmar::MenuTitle
+{
+    QMenu *MdiVelmar::*Menu;
+    const char *Name;
+    const char *TitleKey;
+};
+
+// An entry of a menu, in menu order: an entry with its command, a separator, or the place
+// of the recent-file entries. A caption comes from the catalogue when it holds the key
+// (until then the entry shows its name), or is the entry's own text.
+struct MdiVelmar::MenuEntry
+{
+    enum Kind { Entry, Separator, RecentFiles };
+    QMenu *MdiVelmar::*Menu;
+    Kind Type = Entry;
+    QAction *MdiVelmar::*Field = nullptr;
+    const char *Name = nullptr;
+    const char *TextKey = nullptr;
+    const char16_t *Text = nullptr;
+    void (*Run)(MdiVelmar &) = nullptr;
+};
+
+// A tool button. One that stands for a menu entry does what the entry does and shows the
+// entry's caption as its tip; a player button runs its command and shows its hot key.
+struct MdiVelmar::ToolButton
+{
+    QToolBar *MdiVelmar::*Bar;
+    const char *Key;
+    QStyle::StandardPixmap Icon;
+    QAction *MdiVelmar::*Entry = nullptr;
+    void (MdiVelmar::*Run)() = nullptr;
+    QString (*KeyTip)(const QString &key, const CHotKeys &keys, double back, double forword) = nullptr;
+};
+
+const std::vector<MdiVelmar::MenuTitle> &MdiVelmar::MenuTitles()
+{
+    static const std::vector<MenuTitle> titles = {
+        { &MdiVelmar::mnuFile, "mnuFile", "MENU_FILE_000" },
+        { &MdiVelmar::mnuOption, "mnuOption", "MENU_OPTION_000" },
+        { &MdiVelmar::mnuWindow, "mnuWindow", "MENU_WINDOW_000" },
+        { &MdiVelmar::mnuHelp, "mnuHelp", "MENU_HELP_000" },
+    };
+    return titles;
+}
+
+const std::vector<MdiVelmar::MenuEntry> &MdiVelmar::MenuEntries()
+{
+    using M = MenuEntry;
+    static const std::vector<M> entries = {
+        { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileNewTranslate, "mnuFileNewTranslate",
+            "MENU_FILE_100", nullptr, [](MdiVelmar &f) { f.NewDocument(1); } },
+        { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileNewTiming, "mnuFileNewTiming", "MENU_FILE_101",
+            nullptr, [](MdiVelmar &f) { f.NewDocument(0); } },
+        { &MdiVelmar::mnuFile, M::Separator },
+        { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileOpenAVI, "mnuFileOpenAVI", "MENU_FILE_110",
+            nullptr, [](MdiVelmar &f) { f.OpenDocument(3); } },
+        { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileOpenTranslate, "mnuFileOpenTranslate",
+            "MENU_FILE_111", nullptr, [](MdiVelmar &f) { f.OpenDocument(1); } },
+        { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileOpenTiming, "mnuFileOpenTiming", "MENU_FILE_112",
+            nullptr, [](MdiVelmar &f) { f.OpenDocument(0); } },
+        { &MdiVelmar::mnuFile, M::RecentFiles },
+        { &MdiVelmar::mnuFile, M::Separator },
+        { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileExit, "mnuFileExit", nullptr, u"退出",
+            [](MdiVelmar &f) { f.close(); } },
+        { &MdiVelmar::mnuOption, M::Entry, &MdiVelmar::mnuOptionSetting, "mnuOptionSetting",
+            "MENU_OPTION_100", nullptr, [](MdiVelmar &f) { f.ShowSettingDialog(); } },
+        { &MdiVelmar::mnuWindow, M::Entry, &MdiVelmar::mnuWindowTileHorizontally, "mnuWindowTileHorizontally",
+            "MENU_WINDOW_100", nullptr, [](MdiVelmar &f) { f.TileSubWindows(Qt::Horizontal); } },
+        { &MdiVelmar::mnuWindow, M::Entry, &MdiVelmar::mnuWindowTileVertically, "mnuWindowTileVertically",
+            "MENU_WINDOW_101", nullptr, [](MdiVelmar &f) { f.TileSubWindows(Qt::Vertical); } },
+        { &MdiVelmar::mnuWindow, M::Entry, &MdiVelmar::mnuWindowCascade, "mnuWindowCascade",
+            "MENU_WINDOW_102", nullptr, [](MdiVelmar &f) { f.m_mdiArea->cascadeSubWindows(); } },
+        { &MdiVelmar::mnuWindow, M::Entry, &MdiVelmar::mnuWindowArrange, "mnuWindowArrange",
+            "MENU_WINDOW_103", nullptr, [](MdiVelmar &f) { f.ArrangeIcons(); } },
+        { &MdiVelmar::mnuHelp, M::Entry, &MdiVelmar::mnuHelpVersion, "mnuHelpVersion", "MENU_HELP_100",
+            nullptr, [](MdiVelmar &f) { f.showAbout(); } },
+    };
+    return entries;
+}
+
+const std::vector<MdiVelmar::ToolButton> &MdiVelmar::ToolButtons()
+{
+    const auto panelTip = [](const QString &key, const CHotKeys &keys, double back, double forword) {
+        return StatusPanelText(key, keys, back, forword);
+    };
+    const auto resetTip
+        = [](const QString &, const CHotKeys &keys, double, double) { return ResetTip(keys); };
+    static const std::vector<ToolButton> buttons = {
+        { &MdiVelmar::tlbFile, "NewTranslate", QStyle::SP_FileIcon, &MdiVelmar::mnuFileNewTranslate },
+        { &MdiVelmar::tlbFile, "NewTiming", QStyle::SP_FileDialogNewFolder, &MdiVelmar::mnuFileNewTiming },
+        { &MdiVelmar::tlbFile, "OpenTranslate", QStyle::SP_DialogOpenButton,
+            &MdiVelmar::mnuFileOpenTranslate },
+        { &MdiVelmar::tlbFile, "OpenTiming", QStyle::SP_DirOpenIcon, &MdiVelmar::mnuFileOpenTiming },
+        { &MdiVelmar::tlbAVI, "OpenAVI", QStyle::SP_DriveDVDIcon, &MdiVelmar::mnuFileOpenAVI },
+        // The player buttons say what the status panels of the same keys say.
+        { &MdiVelmar::tlbAVI, "Back", QStyle::SP_MediaSeekBackward, nullptr, &MdiVelmar::PlayBack, panelTip },
+        { &MdiVelmar::tlbAVI, "Play", QStyle::SP_MediaPlay, nullptr, &MdiVelmar::PlayPause, panelTip },
+        { &MdiVelmar::tlbAVI, "Forword", QStyle::SP_MediaSeekForward, nullptr, &MdiVelmar::PlayForword,
+            panelTip },
+        { &MdiVelmar::tlbAVI, "Reset", QStyle::SP_BrowserReload, nullptr, &MdiVelmar::PlayReset, resetTip },
+    };
+    return buttons;
+}
+
 void MdiVelmar::createMenus()
 {
-    auto action = [this](QMenu *menu, const char *name) {
-        QAction *a = menu->addAction(QString::fromLatin1(name));
-        a->setObjectName(QString::fromLatin1(name));
-        return a;
-    };
-    mnuFile = menuBar()->addMenu(QStringLiteral("mnuFile"));
-    mnuFile->setObjectName(QStringLiteral("mnuFile"));
-    mnuFileNewTranslate = action(mnuFile, "mnuFileNewTranslate");
-    mnuFileNewTiming = action(mnuFile, "mnuFileNewTiming");
-    mnuFile->addSeparator();
-    mnuFileOpenAVI = action(mnuFile, "mnuFileOpenAVI");
-    mnuFileOpenTranslate = action(mnuFile, "mnuFileOpenTranslate");
-    mnuFileOpenTiming = action(mnuFile, "mnuFileOpenTiming");
-    m_recentSeparator = mnuFile->addSeparator();
-    m_recentSeparator->setVisible(false);
-    QAction *first = mnuFile->addAction(QString());
-    first->setObjectName(QStringLiteral("mnuFileRecent"));
-    first->setVisible(false);
-    mnuFileRecent << first;
-    mnuFile->addSeparator();
-    mnuFileExit = action(mnuFile, "mnuFileExit");
-    connect(mnuFileNewTiming, &QAction::triggered, this, [this] { NewDocument(0); });
-    connect(mnuFileNewTranslate, &QAction::triggered, this, [this] { NewDocument(1); });
-    connect(mnuFileOpenTiming, &QAction::triggered, this, [this] { OpenDocument(0); });
-    connect(mnuFileOpenTranslate, &QAction::triggered, this, [this] { OpenDocument(1); });
-    connect(mnuFileOpenAVI, &QAction::triggered, this, [this] { OpenDocument(3); });
-    connect(first, &QAction::triggered, this, [this, first] { OpenRecentFile(first->text()); });
-    connect(mnuFileExit, &QAction::triggered, this, &QWidget::close);
-
-    mnuOption = menuBar()->addMenu(QStringLiteral("mnuOption"));
-    mnuOption->setObjectName(QStringLiteral("mnuOption"));
-    mnuOptionSetting = action(mnuOption, "mnuOptionSetting");
-    connect(mnuOptionSetting, &QAction::triggered, this, &MdiVelmar::ShowSettingDialog);
-
-    mnuWindow = menuBar()->addMenu(QStringLiteral("mnuWindow"));
-    mnuWindow->setObjectName(QStringLiteral("mnuWindow"));
-    mnuWindowTileHorizontally = action(mnuWindow, "mnuWindowTileHorizontally");
-    mnuWindowTileVertically = action(mnuWindow, "mnuWindowTileVertically");
-    mnuWindowCascade = action(mnuWindow, "mnuWindowCascade");
-    mnuWindowArrange = action(mnuWindow, "mnuWindowArrange");
-    connect(mnuWindowTileHorizontally, &QAction::triggered, m_mdiArea, &QMdiArea::tileSubWindows);
-    connect(mnuWindowTileVertically, &QAction::triggered, m_mdiArea, &QMdiArea::tileSubWindows);
-    connect(mnuWindowCascade, &QAction::triggered, m_mdiArea, &QMdiArea::cascadeSubWindows);
-    connect(mnuWindowArrange, &QAction::triggered, m_mdiArea, &QMdiArea::tileSubWindows);
-
-    mnuHelp = menuBar()->addMenu(QStringLiteral("mnuHelp"));
-    mnuHelp->setObjectName(QStringLiteral("mnuHelp"));
-    mnuHelpVersion = action(mnuHelp, "mnuHelpVersion");
-    connect(mnuHelpVersion, &QAction::triggered, this, &MdiVelmar::showAbout);
+    for (const MenuTitle &t : MenuTitles()) {
+        QMenu *menu = menuBar()->addMenu(QString::fromLatin1(t.Name));
+        menu->setObjectName(QString::fromLatin1(t.Name));
+        // Entries whose windows are still to come say so in their tips.
+        menu->setToolTipsVisible(true);
+        this->*t.Menu = menu;
+    }
+    for (const MenuEntry &e : MenuEntries()) {
+        QMenu *menu = this->*e.Menu;
+        if (e.Type == MenuEntry::Separator) {
+            menu->addSeparator();
+            continue;
+        }
+        if (e.Type == MenuEntry::RecentFiles) {
+            m_recentSeparator = menu->addSeparator();
+            m_recentSeparator->setVisible(false);
+            QAction *first = menu->addAction(QString());
+            first->setObjectName(QStringLiteral("mnuFileRecent"));
+            first->setVisible(false);
+            connect(first, &QAction::triggered, this, [this, first] { OpenRecentFile(first->text()); });
+            mnuFileRecent << first;
+            continue;
+        }
+        QAction *a = menu->addAction(QString::fromLatin1(e.Name));
+        a->setObjectName(QString::fromLatin1(e.Name));
+        this->*e.Field = a;
+        const auto run = e.Run;
+        connect(a, &QAction::triggered, this, [this, run] { run(*this); });
+        ShowPending(objectName(), a);
+    }
 }
 
 void MdiVelmar::createToolBars()
 {
-    auto button = [](QToolBar *bar, const char *key, QStyle::StandardPixmap icon) {
-        QAction *a = bar->addAction(bar->style()->standardIcon(icon), QString::fromLatin1(key));
-        a->setObjectName(QString::fromLatin1(key));
-        return a;
-    };
     tlbFile = addToolBar(QStringLiteral("tlbFile"));
     tlbFile->setObjectName(QStringLiteral("tlbFile"));
-    connect(button(tlbFile, "NewTranslate", QStyle::SP_FileIcon), &QAction::triggered, this,
-        [this] { NewDocument(1); });
-    connect(button(tlbFile, "NewTiming", QStyle::SP_FileDialogNewFolder), &QAction::triggered, this,
-        [this] { NewDocument(0); });
-    connect(button(tlbFile, "OpenTranslate", QStyle::SP_DialogOpenButton), &QAction::triggered, this,
-        [this] { OpenDocument(1); });
-    connect(button(tlbFile, "OpenTiming", QStyle::SP_DirOpenIcon), &QAction::triggered, this,
-        [this] { OpenDocument(0); });
-
     tlbAVI = addToolBar(QStringLiteral("tlbAVI"));
     tlbAVI->setObjectName(QStringLiteral("tlbAVI"));
-    connect(button(tlbAVI, "OpenAVI", QStyle::SP_DriveDVDIcon), &QAction::triggered, this,
-        [this] { OpenDocument(3); });
-    connect(button(tlbAVI, "Back", QStyle::SP_MediaSeekBackward), &QAction::triggered, this,
-        &MdiVelmar::PlayBack);
-    connect(button(tlbAVI, "Play", QStyle::SP_MediaPlay), &QAction::triggered, this, &MdiVelmar::PlayPause);
-    connect(button(tlbAVI, "Forword", QStyle::SP_MediaSeekForward), &QAction::triggered, this,
-        &MdiVelmar::PlayForword);
-    connect(
-        button(tlbAVI, "Reset", QStyle::SP_BrowserReload), &QAction::triggered, this, &MdiVelmar::PlayReset);
+    for (const ToolButton &b : ToolButtons()) {
+        QToolBar *bar = this->*b.Bar;
+        QAction *a = bar->addAction(bar->style()->standardIcon(b.Icon), QString::fromLatin1(b.Key));
+        a->setObjectName(QString::fromLatin1(b.Key));
+        if (b.Entry) {
+            QAction *entry = this->*b.Entry;
+            connect(a, &QAction::triggered, entry, &QAction::trigger);
+            ShowPending(objectName(), entry->objectName(), a);
+        } else {
+            connect(a, &QAction::triggered, this, b.Run);
+        }
+    }
     // The frame's speed band sets the speed of every player.
     sldAviSpeed = new QSlider(Qt::Horizontal, tlbAVI);
     sldAviSpeed->setObjectName(QStringLiteral("sldAviSpeed"));
@@ -307,14 +379,14 @@ void MdiVelmar::UpdateStatusBar()
             continue;
         setPanelText(key, StatusPanelText(key, keys, back, forword));
     }
-    // The player buttons of the frame say what their panels say.
-    for (QAction *a : tlbAVI->actions()) {
-        const QString key = a->objectName();
-        if (key == u"Play" || key == u"Back" || key == u"Forword")
-            a->setToolTip(StatusPanelText(key, keys, back, forword));
-        else if (key == u"Reset")
-            a->setToolTip(ResetTip(keys));
-    }
+    for (const ToolButton &b : ToolButtons())
+        if (b.KeyTip)
+            button(b)->setToolTip(b.KeyTip(QString::fromLatin1(b.Key), keys, back, forword));
+}
+
+QAction *MdiVelmar::button(const ToolButton &b) const
+{
+    return (this->*b.Bar)->findChild<QAction *>(QString::fromLatin1(b.Key));
 }
 
 bool MdiVelmar::eventFilter(QObject *watched, QEvent *event)
@@ -361,41 +433,27 @@ void MdiVelmar::ShowStepDialog(bool back)
 void MdiVelmar::applyCatalogue()
 {
     // A caption whose key the catalogue does not hold keeps the caption it had.
-    auto caption = [](const QString &key, auto apply) {
+    auto caption = [](const char *key, auto apply) {
         if (!Messages)
             return;
-        if (CMessage *m = Messages->item(key))
+        if (CMessage *m = Messages->item(QString::fromLatin1(key)))
             apply(m->Content());
     };
-    caption(QStringLiteral("MENU_FILE_000"), [this](const QString &t) { mnuFile->setTitle(t); });
-    caption(QStringLiteral("MENU_FILE_100"), [this](const QString &t) { mnuFileNewTranslate->setText(t); });
-    caption(QStringLiteral("MENU_FILE_101"), [this](const QString &t) { mnuFileNewTiming->setText(t); });
-    caption(QStringLiteral("MENU_FILE_110"), [this](const QString &t) { mnuFileOpenAVI->setText(t); });
-    caption(QStringLiteral("MENU_FILE_111"), [this](const QString &t) { mnuFileOpenTranslate->setText(t); });
-    caption(QStringLiteral("MENU_FILE_112"), [this](const QString &t) { mnuFileOpenTiming->setText(t); });
-    caption(QStringLiteral("MENU_OPTION_000"), [this](const QString &t) { mnuOption->setTitle(t); });
-    caption(QStringLiteral("MENU_OPTION_100"), [this](const QString &t) { mnuOptionSetting->setText(t); });
-    caption(QStringLiteral("MENU_WINDOW_000"), [this](const QString &t) { mnuWindow->setTitle(t); });
-    caption(QStringLiteral("MENU_WINDOW_100"),
-        [this](const QString &t) { mnuWindowTileHorizontally->setText(t); });
-    caption(
-        QStringLiteral("MENU_WINDOW_101"), [this](const QString &t) { mnuWindowTileVertically->setText(t); });
-    caption(QStringLiteral("MENU_WINDOW_102"), [this](const QString &t) { mnuWindowCascade->setText(t); });
-    caption(QStringLiteral("MENU_WINDOW_103"), [this](const QString &t) { mnuWindowArrange->setText(t); });
-    caption(QStringLiteral("MENU_HELP_000"), [this](const QString &t) { mnuHelp->setTitle(t); });
-    caption(QStringLiteral("MENU_HELP_100"), [this](const QString &t) { mnuHelpVersion->setText(t); });
-    mnuFileExit->setText(QStringLiteral("退出"));
-    // Tool tips of the frame's buttons are the menu captions they stand for.
-    auto tip = [](QToolBar *bar, const char *key, const QAction *from) {
-        for (QAction *a : bar->actions())
-            if (a->objectName() == QLatin1String(key))
-                a->setToolTip(from->text());
-    };
-    tip(tlbFile, "NewTranslate", mnuFileNewTranslate);
-    tip(tlbFile, "NewTiming", mnuFileNewTiming);
-    tip(tlbFile, "OpenTranslate", mnuFileOpenTranslate);
-    tip(tlbFile, "OpenTiming", mnuFileOpenTiming);
-    tip(tlbAVI, "OpenAVI", mnuFileOpenAVI);
+    for (const MenuTitle &t : MenuTitles())
+        caption(t.TitleKey, [this, &t](const QString &text) { (this->*t.Menu)->setTitle(text); });
+    for (const MenuEntry &e : MenuEntries()) {
+        if (e.Type != MenuEntry::Entry)
+            continue;
+        QAction *entry = this->*e.Field;
+        if (e.TextKey)
+            caption(e.TextKey, [entry](const QString &text) { entry->setText(text); });
+        else
+            entry->setText(QString::fromUtf16(e.Text));
+        ShowPending(objectName(), entry);
+    }
+    for (const ToolButton &b : ToolButtons())
+        if (b.Entry && !ShowPending(objectName(), (this->*b.Entry)->objectName(), button(b)))
+            button(b)->setToolTip((this->*b.Entry)->text());
     sldAviSpeed->setToolTip(SliderSpeedTip(sldAviSpeed->value(), 0));
 }
 
@@ -519,13 +577,20 @@ void MdiVelmar::ShowSettingDialog()
     model.SetWindowOnTop = [this](bool on) { SetWindowOnTop(this, on); };
     model.BeginShow();
     RunSettingDialog(model, m_autoSaveSettings);
+    applyAutoSaveSettings();
+    model.EndShow();
+}
+
+// The auto-save follows its settings: the timer runs while they say so, and each run
+// takes their interval and age limit.
+void MdiVelmar::applyAutoSaveSettings()
+{
     m_autoSave.AutoSaveTime = m_autoSaveSettings.AutoSaveTime;
     m_autoSave.AutoDelTime = m_autoSaveSettings.AutoDelTime;
-    if (m_autoSaveSettings.Enabled && !timAutoSave->isActive())
-        timAutoSave->start();
-    else if (!m_autoSaveSettings.Enabled)
+    if (!m_autoSaveSettings.Enabled)
         timAutoSave->stop();
-    model.EndShow();
+    else if (!timAutoSave->isActive())
+        timAutoSave->start();
 }
 
 void MdiVelmar::ClipboardViewerSwitch(bool on)
@@ -559,14 +624,40 @@ void MdiVelmar::SetWindowOnTop(QWidget *window, bool flag)
     }
 }
 
+void MdiVelmar::TileSubWindows(Qt::Orientation bands)
+{
+    QList<QMdiSubWindow *> windows;
+    for (QMdiSubWindow *sub : m_mdiArea->subWindowList(QMdiArea::CreationOrder))
+        if (sub->isVisible() && !sub->isMinimized())
+            windows << sub;
+    const QList<QRect> places = TileWindowRects(m_mdiArea->viewport()->rect(), int(windows.size()), bands);
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        if (windows[i]->isMaximized())
+            windows[i]->showNormal();
+        windows[i]->setGeometry(places[i]);
+    }
+}
+
+void MdiVelmar::ArrangeIcons()
+{
+    QList<QMdiSubWindow *> icons;
+    QSize size;
+    for (QMdiSubWindow *sub : m_mdiArea->subWindowList(QMdiArea::CreationOrder))
+        if (sub->isVisible() && sub->isMinimized()) {
+            icons << sub;
+            size = size.expandedTo(sub->size());
+        }
+    const QList<QRect> places = MinimisedWindowRects(m_mdiArea->viewport()->rect(), size, int(icons.size()));
+    for (qsizetype i = 0; i < icons.size(); ++i)
+        icons[i]->move(places[i].topLeft());
+}
+
 void MdiVelmar::AutoSaveTick()
 {
     std::vector<IAutoSaveDocument *> documents;
     for (QWidget *window : DocumentWindows())
         if (auto *document = dynamic_cast<IAutoSaveDocument *>(window))
             documents.push_back(document);
-    m_autoSave.AutoSaveTime = m_autoSaveSettings.AutoSaveTime;
-    m_autoSave.AutoDelTime = m_autoSaveSettings.AutoDelTime;
     m_autoSave.Tick(documents);
 }
 

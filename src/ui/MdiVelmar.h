@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <vector>
 
 class CVelmar;
 class CPlayer;
@@ -79,9 +80,6 @@ public:
     void OpenTranslate(QObject *form) { emit TranslateCreated(form); }
     void ChangeTranslateName(QObject *form) { emit TranslateNameChanged(form); }
     void CloseTranslate(QObject *form) { emit TranslateDestroyed(form); }
-    void OpenTiming(QObject *form) { emit TimingCreated(form); }
-    void ChangeTimingName(QObject *form) { emit TimingNameChanged(form); }
-    void CloseTiming(QObject *form) { emit TimingDestroyed(form); }
     void StartKaraOKRecord(QObject *sender) { emit KaraOKRecordStart(sender); }
     void NewKaraOKRecordLyrics(QObject *sender, const QString &lyrics)
     {
@@ -119,6 +117,12 @@ public:
     bool WatchingClipboard() const { return m_watchClipboard; }
     // Keeps a window above the others, or not, without moving it.
     static void SetWindowOnTop(QWidget *window, bool flag);
+
+    // The Window menu: the open windows tiled in rows (Qt::Horizontal: each a band across
+    // the area) or in columns (Qt::Vertical), and the minimised ones lined up along the
+    // bottom of the area. Cascading is the area's own.
+    void TileSubWindows(Qt::Orientation bands);
+    void ArrangeIcons();
 
     // The auto-save timer and its work.
     QTimer *timAutoSave = nullptr;
@@ -161,9 +165,6 @@ signals:
     void TranslateCreated(QObject *form);
     void TranslateNameChanged(QObject *form);
     void TranslateDestroyed(QObject *form);
-    void TimingCreated(QObject *form);
-    void TimingNameChanged(QObject *form);
-    void TimingDestroyed(QObject *form);
     void KaraOKRecordStart(QObject *sender);
     void KaraOKRecordNewLyrics(QObject *sender, const QString &lyrics);
     void KaraOKRecordEnd(QObject *sender);
@@ -180,12 +181,23 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    struct MenuTitle;
+    struct MenuEntry;
+    struct ToolButton;
+    // The menus, their entries and the tool buttons in their order: what builds them also
+    // gives them their captions and tips.
+    static const std::vector<MenuTitle> &MenuTitles();
+    static const std::vector<MenuEntry> &MenuEntries();
+    static const std::vector<ToolButton> &ToolButtons();
+    QAction *button(const ToolButton &b) const;
+
     void createMenus();
     void createToolBars();
     void createStatusBar();
     void applyCatalogue();
     void readSettings();
     void saveGeometryToStore();
+    void applyAutoSaveSettings();
     void onClipboardChanged();
     void showAbout();
     CPlayer *activePlayer() const;

@@ -29,6 +29,54 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+// A button of the player's bars. Toggles run on every change of their state.
+struct frmPlayer::BarButton
+{
+    QToolBar *frmPlayer::*Bar;
+    const char *Key;
+    QStyle::StandardPixmap Icon;
+    bool Toggle;
+    bool Checked;
+    void (*Run)(frmPlayer &, bool);
+    // The tip, from the player's steps and the hot keys.
+    QString (*Tip)(double back, double forword, const CHotKeys &keys);
+};
+
+const std::vector<frmPlayer::BarButton> &frmPlayer::BarButtons()
+{
+    static const std::vector<BarButton> buttons = {
+        { &frmPlayer::tlbFile, "Open", QStyle::SP_DialogOpenButton, false, false,
+            [](frmPlayer &w, bool) { w.OpenFile(0, QString()); },
+            [](double, double, const CHotKeys &) { return Msg(QStringLiteral("COMM_MSG_104")); } },
+        { &frmPlayer::tlbPlayer, "SmallBack", QStyle::SP_MediaSeekBackward, false, false,
+            [](frmPlayer &w, bool) {
+                if (w.m_player)
+                    w.m_player->SamllBack();
+            },
+            [](double back, double, const CHotKeys &keys) { return SmallBackTip(back, keys); } },
+        { &frmPlayer::tlbPlayer, "SmallForword", QStyle::SP_MediaSeekForward, false, false,
+            [](frmPlayer &w, bool) {
+                if (w.m_player)
+                    w.m_player->SamllForword();
+            },
+            [](double, double forword, const CHotKeys &keys) { return SmallForwordTip(forword, keys); } },
+        { &frmPlayer::tlbPlayer, "Reset", QStyle::SP_BrowserReload, false, false,
+            [](frmPlayer &w, bool) {
+                if (w.m_player)
+                    w.m_player->Reset();
+            },
+            [](double, double, const CHotKeys &keys) { return ResetTip(keys); } },
+        { &frmPlayer::tlbPlayer, "SaveSpace", QStyle::SP_TitleBarShadeButton, true, false,
+            [](frmPlayer &w, bool pressed) { w.onSaveSpace(pressed); },
+            [](double, double, const CHotKeys &) { return Msg(QStringLiteral("PLAYER_BUTTON_TIP_105")); } },
+        // Down: a click on the picture also plays or pauses.
+        { &frmPlayer::tlbPlayer, "MousePause", QStyle::SP_MediaPause, true, true,
+            [](frmPlayer &w, bool pressed) { w.m_mousePause = pressed; },
+            [](double, double, const CHotKeys &) { return Msg(QStringLiteral("PLAYER_BUTTON_TIP_106")); } },
+    };
+    return buttons;
+}
+
 frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
     : QWidget(parent)
     , m_control(control)
@@ -43,37 +91,24 @@ frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
     cbaPlayer->setObjectName(QStringLiteral("cbaPlayer"));
     auto *band = new QHBoxLayout(cbaPlayer);
     band->setContentsMargins(2, 0, 2, 0);
-    auto button
-        = [this](QToolBar *bar, const char *key, QStyle::StandardPixmap icon, bool checkable = false) {
-              QAction *a = bar->addAction(style()->standardIcon(icon), QString::fromLatin1(key));
-              a->setObjectName(QString::fromLatin1(key));
-              a->setCheckable(checkable);
-              return a;
-          };
     tlbFile = new QToolBar(cbaPlayer);
     tlbFile->setObjectName(QStringLiteral("tlbFile"));
     tlbFile->setIconSize(QSize(16, 16));
-    connect(button(tlbFile, "Open", QStyle::SP_DialogOpenButton), &QAction::triggered, this,
-        [this] { OpenFile(0, QString()); });
     tlbPlayer = new QToolBar(cbaPlayer);
     tlbPlayer->setObjectName(QStringLiteral("tlbPlayer"));
     tlbPlayer->setIconSize(QSize(16, 16));
-    connect(button(tlbPlayer, "SmallBack", QStyle::SP_MediaSeekBackward), &QAction::triggered, this, [this] {
-        if (m_player)
-            m_player->SamllBack();
-    });
-    connect(
-        button(tlbPlayer, "SmallForword", QStyle::SP_MediaSeekForward), &QAction::triggered, this, [this] {
-            if (m_player)
-                m_player->SamllForword();
-        });
-    connect(button(tlbPlayer, "Reset", QStyle::SP_BrowserReload), &QAction::triggered, this, [this] {
-        if (m_player)
-            m_player->Reset();
-    });
-    connect(button(tlbPlayer, "SaveSpace", QStyle::SP_TitleBarShadeButton, true), &QAction::toggled, this,
-        &frmPlayer::onSaveSpace);
-    button(tlbPlayer, "MousePause", QStyle::SP_MediaPause, true)->setChecked(true);
+    for (const BarButton &b : BarButtons()) {
+        QToolBar *bar = this->*b.Bar;
+        QAction *a = bar->addAction(style()->standardIcon(b.Icon), QString::fromLatin1(b.Key));
+        a->setObjectName(QString::fromLatin1(b.Key));
+        a->setCheckable(b.Toggle);
+        const auto run = b.Run;
+        if (b.Toggle)
+            connect(a, &QAction::toggled, this, [this, run](bool on) { run(*this, on); });
+        else
+            connect(a, &QAction::triggered, this, [this, run](bool on) { run(*this, on); });
+        a->setChecked(b.Checked);
+    }
     band->addWidget(tlbFile);
     band->addWidget(tlbPlayer);
     auto *speedCaption = new QLabel(Msg(QStringLiteral("PLAYER_BAND_CAPTION_100")), cbaPlayer);
@@ -173,12 +208,8 @@ void frmPlayer::UpdateTips()
     const CHotKeys &keys = HotKeys ? *HotKeys : none;
     const double back = m_player ? m_player->BackStep() : (m_players ? m_players->BackStep() : 3);
     const double forword = m_player ? m_player->ForwordStep() : (m_players ? m_players->ForwordStep() : 3);
-    Button(QStringLiteral("SmallBack"))->setToolTip(SmallBackTip(back, keys));
-    Button(QStringLiteral("SmallForword"))->setToolTip(SmallForwordTip(forword, keys));
-    Button(QStringLiteral("Reset"))->setToolTip(ResetTip(keys));
-    Button(QStringLiteral("SaveSpace"))->setToolTip(Msg(QStringLiteral("PLAYER_BUTTON_TIP_105")));
-    Button(QStringLiteral("MousePause"))->setToolTip(Msg(QStringLiteral("PLAYER_BUTTON_TIP_106")));
-    Button(QStringLiteral("Open"))->setToolTip(Msg(QStringLiteral("COMM_MSG_104")));
+    for (const BarButton &b : BarButtons())
+        Button(QString::fromLatin1(b.Key))->setToolTip(b.Tip(back, forword, keys));
     sldAviSpeed->setToolTip(SliderSpeedTip(sldAviSpeed->value(), cmbAviSpeed->currentIndex()));
 }
 
@@ -278,7 +309,7 @@ void frmPlayer::onClick(int, int, int x, int y)
 {
     if (!m_player)
         return;
-    const QPoint at = m_player->Click(x, y, Button(QStringLiteral("MousePause"))->isChecked());
+    const QPoint at = m_player->Click(x, y, m_mousePause);
     emit PosSelected(at.x(), at.y());
     if (MdiVelmar *mdi = frame())
         mdi->setPanelText(QStringLiteral("Position"), PositionPanelText(at.x(), at.y()));

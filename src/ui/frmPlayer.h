@@ -5,6 +5,7 @@
 
 #include <QSize>
 #include <QWidget>
+#include <vector>
 
 class CPlayer;
 class CPlayers;
@@ -77,6 +78,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    struct BarButton;
+    // The buttons of tlbFile and tlbPlayer in their order, with what they run and their
+    // tips: what builds them also rewrites the tips.
+    static const std::vector<BarButton> &BarButtons();
+
     MdiVelmar *frame() const;
     void onClick(int button, int shift, int x, int y);
     void onOpenState(int state);
@@ -93,4 +99,5 @@ private:
     CPlayer *m_player = nullptr;
     QString m_tag;
     QSize m_fitted;
+    bool m_mousePause = true;
 };

@@ -29,6 +29,7 @@
 #include "translation/CTranslates.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
+#include "ui/basPendingWindows.h"
 #include "ui/frmCheckTiming.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
@@ -36,7 +37,6 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -138,12 +138,92 @@ frmTiming::~frmTiming()
         spdTiming->SetSpread(nullptr);
 }
 
-QAction *frmTiming::addButton(QToolBar *bar, const QString &key, const QString &tipKey, const QString &text)
+// One button of the bars. Push buttons run on a press; toggles set their state on every
+// change of it; the karaoke toggle asks first, on a press by the user only.
+struct frmTiming::BarButton
 {
-    QAction *a = bar->addAction(text);
-    a->setObjectName(key);
-    a->setProperty("TipKey", tipKey);
-    return a;
+    enum Kind { Push, Toggle, UserToggle };
+    QToolBar *frmTiming::*Bar;
+    const char *Key;
+    const char *TipKey;
+    const char16_t *Text;
+    Kind Type = Push;
+    // nullptr for a control whose window is still to come (see basPendingWindows).
+    void (*Run)(frmTiming &, bool) = nullptr;
+    // A tip that shows a hot key; nullptr: the catalogue's tip.
+    QString (*KeyTip)(const CHotKeys &) = nullptr;
+};
+
+// An entry of a button's drop-down menu, with the catalogue key of its caption.
+struct frmTiming::BarMenuEntry
+{
+    const char *Button;
+    const char *Key;
+    const char *TextKey;
+    void (*Run)(frmTiming &) = nullptr;
+};
+
+const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
+{
+    using B = BarButton;
+    static const std::vector<B> buttons = {
+        { &frmTiming::tlbFile, "Open", "TIMING_BUTTON_TIP_100", u"打开", B::Push,
+            [](frmTiming &w, bool) { w.OpenFile(0, QString()); } },
+        { &frmTiming::tlbFile, "Save", "TIMING_BUTTON_TIP_200", u"保存", B::Push,
+            [](frmTiming &w, bool) { w.SaveFile(false); } },
+        { &frmTiming::tlbUtility, "SubInfomation", "TIMING_BUTTON_TIP_300", u"注释" },
+        { &frmTiming::tlbUtility, "Font", "TIMING_BUTTON_TIP_400", u"字体" },
+        { &frmTiming::tlbUtility, "SSA", "TIMING_BUTTON_TIP_500", u"SSA", B::Push,
+            [](frmTiming &w, bool) { w.m_grid->ColumnView().PressButton(); } },
+        { &frmTiming::tlbUtility, "EffectSpecial", "TIMING_BUTTON_TIP_E00", u"特效" },
+        { &frmTiming::tlbAjust, "Check", "TIMING_BUTTON_TIP_600", u"检查", B::Push,
+            [](frmTiming &w, bool) {
+                w.openChild(w.CheckWindow, w.MakeCheckWindow, QStringLiteral("检查时间轴窗口已经存在"));
+            } },
+        { &frmTiming::tlbAjust, "PicPreview", "TIMING_BUTTON_TIP_H00", u"SST" },
+        { &frmTiming::tlbAjust, "TimeOffsetBack", "TIMING_BUTTON_TIP_700", u"-0.1", B::Push,
+            [](frmTiming &w, bool) { w.shiftTimes(-0.1); }, TimeOffsetBackTip },
+        { &frmTiming::tlbAjust, "TimeOffsetForword", "TIMING_BUTTON_TIP_800", u"+0.1", B::Push,
+            [](frmTiming &w, bool) { w.shiftTimes(0.1); }, TimeOffsetForwordTip },
+        { &frmTiming::tlbAjust, "Find", "TIMING_BUTTON_TIP_I00", u"查找", B::Push,
+            [](frmTiming &w, bool) { w.openChild(w.FindWindow, w.MakeFindWindow, QString()); } },
+        { &frmTiming::tlbMode, "AutoEndTimePoint", "TIMING_BUTTON_TIP_F00", u"自动结束", B::Toggle,
+            [](frmTiming &w, bool on) {
+                if (w.m_doc)
+                    w.m_doc->AutoEndTimePoint = on;
+            } },
+        { &frmTiming::tlbMode, "StepPause", "TIMING_BUTTON_TIP_900", u"单步暂停", B::Toggle,
+            [](frmTiming &w, bool on) {
+                if (w.m_doc)
+                    w.m_doc->StepPause = on;
+            } },
+        { &frmTiming::tlbMode, "TraceAVI", "TIMING_BUTTON_TIP_A00", u"画面跟踪", B::Toggle,
+            [](frmTiming &w, bool on) {
+                if (w.m_doc)
+                    w.m_doc->TraceAVI = on;
+            } },
+        { &frmTiming::tlbMode, "KaraOK", "TIMING_BUTTON_TIP_B00", u"卡拉OK", B::UserToggle,
+            [](frmTiming &w, bool pressed) { w.karaOKPressed(pressed); } },
+        { &frmTiming::tlbMode, "Preview", "PREVIEW_BUTTON_TIP_101", u"预览", B::Toggle,
+            [](frmTiming &w, bool on) { w.previewToggled(on); } },
+    };
+    return buttons;
+}
+
+const std::vector<frmTiming::BarMenuEntry> &frmTiming::BarMenuEntries()
+{
+    static const std::vector<BarMenuEntry> entries = {
+        { "Open", "FileOpenSSA", "TIMING_BUTTON_MENU_100", [](frmTiming &w) { w.OpenFile(0, QString()); } },
+        { "Open", "FileOpenTranslate", "TIMING_BUTTON_MENU_101",
+            [](frmTiming &w) {
+                if (w.OpenTranslate)
+                    w.OpenTranslate();
+            } },
+        { "Open", "FileOpenFont", "TIMING_BUTTON_MENU_102" },
+        { "Save", "FileSaveASS", "TIMING_BUTTON_MENU_200", [](frmTiming &w) { w.SaveFile(false); } },
+        { "Save", "FileSaveCustom", "TIMING_BUTTON_MENU_201", [](frmTiming &w) { w.SaveFile(true); } },
+    };
+    return entries;
 }
 
 QAction *frmTiming::Button(const QString &key) const
@@ -164,129 +244,26 @@ void frmTiming::buildBars()
     tlbAjust = bar("tlbAjust");
     tlbMode = bar("tlbMode");
     cbaTiming = bar("cbaTiming");
-
-    QAction *open = addButton(
-        tlbFile, QStringLiteral("Open"), QStringLiteral("TIMING_BUTTON_TIP_100"), QStringLiteral("打开"));
-    auto *openMenu = new QMenu(this);
-    QAction *a = openMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_100")));
-    a->setObjectName(QStringLiteral("FileOpenSSA"));
-    connect(a, &QAction::triggered, this, [this] { OpenFile(0, QString()); });
-    a = openMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_101")));
-    a->setObjectName(QStringLiteral("FileOpenTranslate"));
-    connect(a, &QAction::triggered, this, [this] {
-        if (OpenTranslate)
-            OpenTranslate();
-    });
-    a = openMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_102")));
-    a->setObjectName(QStringLiteral("FileOpenFont"));
-    open->setMenu(openMenu);
-    connect(open, &QAction::triggered, this, [this] { OpenFile(0, QString()); });
-
-    QAction *save = addButton(
-        tlbFile, QStringLiteral("Save"), QStringLiteral("TIMING_BUTTON_TIP_200"), QStringLiteral("保存"));
-    auto *saveMenu = new QMenu(this);
-    a = saveMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_200")));
-    a->setObjectName(QStringLiteral("FileSaveASS"));
-    connect(a, &QAction::triggered, this, [this] { SaveFile(false); });
-    a = saveMenu->addAction(Msg(QStringLiteral("TIMING_BUTTON_MENU_201")));
-    a->setObjectName(QStringLiteral("FileSaveCustom"));
-    connect(a, &QAction::triggered, this, [this] { SaveFile(true); });
-    save->setMenu(saveMenu);
-    connect(save, &QAction::triggered, this, [this] { SaveFile(false); });
-    for (QToolButton *b : tlbFile->findChildren<QToolButton *>())
-        b->setPopupMode(QToolButton::MenuButtonPopup);
-
-    addButton(tlbUtility, QStringLiteral("SubInfomation"), QStringLiteral("TIMING_BUTTON_TIP_300"),
-        QStringLiteral("注释"));
-    addButton(
-        tlbUtility, QStringLiteral("Font"), QStringLiteral("TIMING_BUTTON_TIP_400"), QStringLiteral("字体"));
-    QAction *ssa = addButton(
-        tlbUtility, QStringLiteral("SSA"), QStringLiteral("TIMING_BUTTON_TIP_500"), QStringLiteral("SSA"));
-    auto *ssaMenu = new QMenu(this);
-    ssaMenu->setObjectName(QStringLiteral("mnuSSA"));
-    CTimingColumnView &view = m_grid->ColumnView();
-    view.LoadTexts();
-    for (int item = 1; item <= CTimingColumnView::ItemCount; ++item) {
-        QAction *entry = ssaMenu->addAction(view.ItemText(item));
-        entry->setObjectName(view.ItemKey(item));
-        connect(entry, &QAction::triggered, this, [this, item] { m_grid->ColumnView().PickItem(item); });
-    }
-    // The menu texts are the record of the view: show them as they stand each time.
-    connect(ssaMenu, &QMenu::aboutToShow, this, [this, ssaMenu] {
-        const QList<QAction *> entries = ssaMenu->actions();
-        for (int item = 1; item <= entries.size(); ++item)
-            entries.at(item - 1)->setText(m_grid->ColumnView().ItemText(item));
-    });
-    ssa->setMenu(ssaMenu);
-    connect(ssa, &QAction::triggered, this, [this] { m_grid->ColumnView().PressButton(); });
-    addButton(tlbUtility, QStringLiteral("EffectSpecial"), QStringLiteral("TIMING_BUTTON_TIP_E00"),
-        QStringLiteral("特效"));
-
-    QAction *check = addButton(
-        tlbAjust, QStringLiteral("Check"), QStringLiteral("TIMING_BUTTON_TIP_600"), QStringLiteral("检查"));
-    connect(check, &QAction::triggered, this,
-        [this] { openChild(CheckWindow, MakeCheckWindow, QStringLiteral("检查时间轴窗口已经存在")); });
-    addButton(tlbAjust, QStringLiteral("PicPreview"), QStringLiteral("TIMING_BUTTON_TIP_H00"),
-        QStringLiteral("SST"));
-    QAction *back = addButton(tlbAjust, QStringLiteral("TimeOffsetBack"),
-        QStringLiteral("TIMING_BUTTON_TIP_700"), QStringLiteral("-0.1"));
-    connect(back, &QAction::triggered, this, [this] {
-        if (m_capture && m_capture->ShiftTimes)
-            m_capture->ShiftTimes(-0.1);
-    });
-    QAction *forword = addButton(tlbAjust, QStringLiteral("TimeOffsetForword"),
-        QStringLiteral("TIMING_BUTTON_TIP_800"), QStringLiteral("+0.1"));
-    connect(forword, &QAction::triggered, this, [this] {
-        if (m_capture && m_capture->ShiftTimes)
-            m_capture->ShiftTimes(0.1);
-    });
-    QAction *find = addButton(
-        tlbAjust, QStringLiteral("Find"), QStringLiteral("TIMING_BUTTON_TIP_I00"), QStringLiteral("查找"));
-    connect(find, &QAction::triggered, this, [this] { openChild(FindWindow, MakeFindWindow, QString()); });
-
-    auto toggle = [this](const QString &key, const QString &tip, const QString &text, auto apply) {
-        QAction *t = addButton(tlbMode, key, tip, text);
-        t->setCheckable(true);
-        connect(t, &QAction::toggled, this, apply);
-        return t;
-    };
-    toggle(QStringLiteral("AutoEndTimePoint"), QStringLiteral("TIMING_BUTTON_TIP_F00"),
-        QStringLiteral("自动结束"), [this](bool on) {
-            if (m_doc)
-                m_doc->AutoEndTimePoint = on;
-        });
-    toggle(QStringLiteral("StepPause"), QStringLiteral("TIMING_BUTTON_TIP_900"), QStringLiteral("单步暂停"),
-        [this](bool on) {
-            if (m_doc)
-                m_doc->StepPause = on;
-        });
-    toggle(QStringLiteral("TraceAVI"), QStringLiteral("TIMING_BUTTON_TIP_A00"), QStringLiteral("画面跟踪"),
-        [this](bool on) {
-            if (m_doc)
-                m_doc->TraceAVI = on;
-        });
-    QAction *karaok = toggle(QStringLiteral("KaraOK"), QStringLiteral("TIMING_BUTTON_TIP_B00"),
-        QStringLiteral("卡拉OK"), [](bool) {});
-    connect(karaok, &QAction::triggered, this, [this, karaok](bool pressed) {
-        if (!m_capture)
-            return;
-        const bool state = m_capture->KaraOKToggle(pressed);
-        if (state != karaok->isChecked())
-            karaok->setChecked(state);
-    });
-    karaok->setEnabled(false);
     timPreview = new QTimer(this);
     timPreview->setObjectName(QStringLiteral("timPreview"));
     timPreview->setInterval(100);
     connect(timPreview, &QTimer::timeout, this, &frmTiming::paintPreview);
-    toggle(QStringLiteral("Preview"), QStringLiteral("PREVIEW_BUTTON_TIP_101"), QStringLiteral("预览"),
-        [this](bool on) {
-            picPreview->setVisible(on);
-            if (on)
-                timPreview->start();
-            else
-                timPreview->stop();
-        });
+
+    for (const BarButton &b : BarButtons()) {
+        QAction *a = (this->*b.Bar)->addAction(QString::fromUtf16(b.Text));
+        a->setObjectName(QString::fromLatin1(b.Key));
+        a->setCheckable(b.Type != BarButton::Push);
+        if (!b.Run)
+            continue;
+        const auto run = b.Run;
+        if (b.Type == BarButton::Toggle)
+            connect(a, &QAction::toggled, this, [this, run](bool on) { run(*this, on); });
+        else
+            connect(a, &QAction::triggered, this, [this, run](bool on) { run(*this, on); });
+    }
+    // Karaoke needs a translation window: the button waits for one to be chosen.
+    Button(QStringLiteral("KaraOK"))->setEnabled(false);
+    buildButtonMenus();
 
     auto *playerLabel = new QLabel(Msg(QStringLiteral("TIMING_BAND_CAPTION_100")), cbaTiming);
     cmbPlayer = new QComboBox(cbaTiming);
@@ -304,19 +281,81 @@ void frmTiming::buildBars()
     connect(cmbTranslate, &QComboBox::activated, this, &frmTiming::translateChosen);
 }
 
+void frmTiming::buildButtonMenus()
+{
+    for (const BarMenuEntry &e : BarMenuEntries()) {
+        QAction *button = Button(QString::fromLatin1(e.Button));
+        auto *menu = button->menu<QMenu *>();
+        if (!menu) {
+            menu = new QMenu(this);
+            // Entries whose windows are still to come say so in their tips.
+            menu->setToolTipsVisible(true);
+            button->setMenu(menu);
+        }
+        QAction *a = menu->addAction(Msg(QString::fromLatin1(e.TextKey)));
+        a->setObjectName(QString::fromLatin1(e.Key));
+        if (const auto run = e.Run)
+            connect(a, &QAction::triggered, this, [this, run] { run(*this); });
+    }
+    for (QToolButton *b : tlbFile->findChildren<QToolButton *>())
+        b->setPopupMode(QToolButton::MenuButtonPopup);
+
+    auto *ssaMenu = new QMenu(this);
+    ssaMenu->setObjectName(QStringLiteral("mnuSSA"));
+    CTimingColumnView &view = m_grid->ColumnView();
+    view.LoadTexts();
+    for (int item = 1; item <= CTimingColumnView::ItemCount; ++item) {
+        QAction *entry = ssaMenu->addAction(view.ItemText(item));
+        entry->setObjectName(view.ItemKey(item));
+        connect(entry, &QAction::triggered, this, [this, item] { m_grid->ColumnView().PickItem(item); });
+    }
+    // The menu texts are the record of the view: show them as they stand each time.
+    connect(ssaMenu, &QMenu::aboutToShow, this, [this, ssaMenu] {
+        const QList<QAction *> entries = ssaMenu->actions();
+        for (int item = 1; item <= entries.size(); ++item)
+            entries.at(item - 1)->setText(m_grid->ColumnView().ItemText(item));
+    });
+    Button(QStringLiteral("SSA"))->setMenu(ssaMenu);
+}
+
+void frmTiming::karaOKPressed(bool pressed)
+{
+    if (!m_capture)
+        return;
+    const bool state = m_capture->KaraOKToggle(pressed);
+    QAction *karaok = Button(QStringLiteral("KaraOK"));
+    if (state != karaok->isChecked())
+        karaok->setChecked(state);
+}
+
+void frmTiming::previewToggled(bool on)
+{
+    picPreview->setVisible(on);
+    if (on)
+        timPreview->start();
+    else
+        timPreview->stop();
+}
+
+void frmTiming::shiftTimes(double seconds)
+{
+    if (m_capture && m_capture->ShiftTimes)
+        m_capture->ShiftTimes(seconds);
+}
+
 void frmTiming::applyTips()
 {
-    for (QToolBar *bar : { tlbFile, tlbUtility, tlbAjust, tlbMode })
-        for (QAction *a : bar->actions()) {
-            const QString tipKey = a->property("TipKey").toString();
-            if (!tipKey.isEmpty())
-                a->setToolTip(Msg(tipKey));
-        }
-    if (HotKeys) {
-        Button(QStringLiteral("TimeOffsetBack"))->setToolTip(TimeOffsetBackTip(*HotKeys));
-        Button(QStringLiteral("TimeOffsetForword"))->setToolTip(TimeOffsetForwordTip(*HotKeys));
-        cmdInsertTimePoint->setText(InsertTimePointCaption(*HotKeys));
+    const QString window = objectName();
+    for (const BarButton &b : BarButtons()) {
+        QAction *a = Button(QString::fromLatin1(b.Key));
+        if (ShowPending(window, a))
+            continue;
+        a->setToolTip(b.KeyTip && HotKeys ? b.KeyTip(*HotKeys) : Msg(QString::fromLatin1(b.TipKey)));
     }
+    for (const BarMenuEntry &e : BarMenuEntries())
+        ShowPending(window, Button(QString::fromLatin1(e.Key)));
+    if (HotKeys)
+        cmdInsertTimePoint->setText(InsertTimePointCaption(*HotKeys));
 }
 
 void frmTiming::buildLayout()
@@ -361,11 +400,6 @@ void frmTiming::buildLayout()
     layout->addLayout(editRow);
     layout->addWidget(spdTiming, 1);
     resize(900, 560);
-}
-
-void frmTiming::InitTimingFormSize(int height)
-{
-    resize(width(), height);
 }
 
 void frmTiming::wireGrid()
@@ -428,8 +462,6 @@ void frmTiming::Register(MdiVelmar &frame)
         connect(&f, &MdiVelmar::KaraOKRecordEnd, w, &frmTiming::MainWindow_KaraOKRecordEnd);
         connect(&f, &MdiVelmar::KaraOKRecordNewLyrics, w, &frmTiming::MainWindow_KaraOKRecordNewLyrics);
         connect(&f, &MdiVelmar::KeyTextsChanged, w, &frmTiming::applyTips);
-        connect(w, &frmTiming::Closed, &f, [&f](frmTiming *form) { f.CloseTiming(form); });
-        f.OpenTiming(w);
         return w;
     });
 }
@@ -442,7 +474,6 @@ void frmTiming::Init(CVelmar *root)
         return;
     m_doc = root->Timings()->Create(this);
     m_doc->TimingWindow = this;
-    TimePrecision = 2;
     m_grid->SetPreviewHooks(m_doc->Preview.get());
     m_grid->SetDocument(m_doc);
     m_grid->ResetGrid(0);
@@ -532,9 +563,10 @@ bool frmTiming::eventFilter(QObject *watched, QEvent *event)
             return true;
         const bool grid = watched == spdTiming || watched->property("GridEditor").toBool();
         if (grid && m_capture) {
+            // A stroke yields to the event queue by ending here: what it left behind (the
+            // view's layout of new rows, repaints, the player's news) runs before the next
+            // key comes out of the queue, and nothing runs in the middle of this stroke.
             const CaptureKeyResult result = m_capture->KeyStroke(key);
-            if (result.Yield)
-                QCoreApplication::processEvents();
             if (result.Cancel)
                 return true;
         }
@@ -795,111 +827,143 @@ void frmTiming::detachDocument()
     m_doc->Preview->setGrid(nullptr);
 }
 
+// An entry of the grid's popup menu. Items run when chosen; a submenu only opens and holds
+// the sub-items that follow it; a list submenu is filled, each time the menu opens, with the
+// names the list cells of its column offer, and a chosen name goes to that column.
+struct frmTiming::PopupItem
+{
+    enum Kind { Item, Submenu, SubItem, List, Separator };
+    Kind Type;
+    const char *Name = nullptr;
+    // The caption: a catalogue key, or a text of its own where the catalogue has none.
+    const char *TextKey = nullptr;
+    const char16_t *Text = nullptr;
+    // Enabled by this rule of the selection when the menu opens; nullptr: always.
+    bool basLineOps::PopupEnabling::*On = nullptr;
+    void (*Run)(frmTiming &) = nullptr;
+    int Column = 0;
+};
+
+const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
+{
+    using P = PopupItem;
+    using E = basLineOps::PopupEnabling;
+    using namespace basLineOps;
+    using namespace basTimeAdjust;
+    static const std::vector<P> items = {
+        { P::Item, "mnuTimingAjustTime", "MENU_TIMING_100", nullptr, &E::AjustTime,
+            [](frmTiming &w) { AskTimeAdjust(*w.m_grid, AdjustShift); } },
+        { P::Submenu, "mnuTimingScaleTime", nullptr, u"缩放时间轴", &E::AjustTime },
+        { P::SubItem, "mnuTimingScaleTimeAsk", nullptr, u"缩放时间轴...", nullptr,
+            [](frmTiming &w) { AskTimeAdjust(*w.m_grid, AdjustScale); } },
+        { P::SubItem, "mnuTimingScaleTime23To25", nullptr, u"23.976 → 25", nullptr,
+            [](frmTiming &w) { AskTimeAdjust(*w.m_grid, AdjustScale23To25); } },
+        { P::SubItem, "mnuTimingScaleTime25To23", nullptr, u"25 → 23.976", nullptr,
+            [](frmTiming &w) { AskTimeAdjust(*w.m_grid, AdjustScale25To23); } },
+        { P::Item, "mnuTimingReactOffsetStart", "MENU_TIMING_101", nullptr, nullptr,
+            [](frmTiming &w) { w.askReactOffset(false); } },
+        { P::Item, "mnuTimingReactOffsetEnd", "MENU_TIMING_102", nullptr, nullptr,
+            [](frmTiming &w) { w.askReactOffset(true); } },
+        { P::Separator },
+        { P::Item, "mnuTimingInsertLine", "MENU_TIMING_200", nullptr, &E::InsertLines,
+            [](frmTiming &w) { InsertRows(*w.m_grid, WholeRows); } },
+        { P::Item, "mnuTimingInsertTimeLine", "MENU_TIMING_201", nullptr, &E::InsertLines,
+            [](frmTiming &w) { InsertRows(*w.m_grid, TimeCells); } },
+        { P::Item, "mnuTimingInsertDialogLine", "MENU_TIMING_202", nullptr, &E::InsertLines,
+            [](frmTiming &w) { InsertRows(*w.m_grid, DialogCells); } },
+        { P::Item, "mnuTimingDeleteLine", "MENU_TIMING_300", nullptr, &E::DeleteLines,
+            [](frmTiming &w) { DeleteRows(*w.m_grid, WholeRows); } },
+        { P::Item, "mnuTimingDeleteTimeLine", "MENU_TIMING_301", nullptr, &E::DeleteLines,
+            [](frmTiming &w) { DeleteRows(*w.m_grid, TimeCells); } },
+        { P::Item, "mnuTimingDeleteDialogLine", "MENU_TIMING_302", nullptr, &E::DeleteLines,
+            [](frmTiming &w) { DeleteRows(*w.m_grid, DialogCells); } },
+        { P::Item, "mnuTimingClear", "MENU_TIMING_400", nullptr, nullptr,
+            [](frmTiming &w) { ClearCells(*w.m_grid); } },
+        { P::Submenu, "mnuTimingIncreace", nullptr, u"差分填充", &E::Increace },
+        { P::SubItem, "mnuTimingOneTwoIncreace", "MENU_TIMING_500", nullptr, nullptr,
+            [](frmTiming &w) { FillIncrement(*w.m_grid, 1); } },
+        { P::SubItem, "mnuTimingFirstLastIncreace", nullptr, u"第一最后行差分", nullptr,
+            [](frmTiming &w) { FillIncrement(*w.m_grid, 2); } },
+        { P::Separator },
+        { P::Item, "mnuTimingSetChangedFlg", nullptr, u"标记为已修改", nullptr,
+            [](frmTiming &w) { SetChangedFlag(*w.m_grid, true); } },
+        { P::Item, "mnuTimingSetUnChangedFlg", nullptr, u"取消已修改标记", nullptr,
+            [](frmTiming &w) { SetChangedFlag(*w.m_grid, false); } },
+        { P::Item, "mnuTimingSetQuestionFlg", nullptr, u"标记为有疑问", nullptr,
+            [](frmTiming &w) { SetQuestionFlag(*w.m_grid, true); } },
+        { P::Item, "mnuTimingSetUnQuestionFlg", nullptr, u"取消疑问标记", nullptr,
+            [](frmTiming &w) { SetQuestionFlag(*w.m_grid, false); } },
+        { P::Item, "mnuTimingDisableCheckFlg", nullptr, u"不检查时间轴", nullptr,
+            [](frmTiming &w) { SetCheckDisabledFlag(*w.m_grid, true); } },
+        { P::Item, "mnuTimingEnableCheckFlg", nullptr, u"检查时间轴", nullptr,
+            [](frmTiming &w) { SetCheckDisabledFlag(*w.m_grid, false); } },
+        { P::Separator },
+        { P::List, "mnuTimingFont", nullptr, u"字体", nullptr, nullptr, CTimingGrid::ColStyle },
+        { P::List, "mnuTimingOwner", nullptr, u"说话人", nullptr, nullptr, CTimingGrid::ColOwner },
+        { P::List, "mnuTimingScroll", nullptr, u"效果", nullptr, nullptr, CTimingGrid::ColEffect },
+        { P::Submenu, "mnuTimingEffect", nullptr, u"特效标签", &E::Effect },
+        // The tag items carry the names of override tags and have no action in this window.
+        { P::SubItem, "mnuTimingEffectBold", nullptr, u"Bold" },
+        { P::SubItem, "mnuTimingEffectItalic", nullptr, u"Italic" },
+        { P::SubItem, "mnuTimingEffectColor", nullptr, u"Color" },
+    };
+    return items;
+}
+
 void frmTiming::buildPopup()
 {
     mnuPopup = new QMenu(this);
     mnuPopup->setObjectName(QStringLiteral("mnuPopup"));
-    auto item = [this](QMenu *menu, const char *name, const QString &text, std::function<void()> run = {}) {
-        QAction *a = menu->addAction(text);
-        a->setObjectName(QString::fromLatin1(name));
-        if (run)
-            connect(a, &QAction::triggered, this, run);
-        return a;
-    };
-    auto sub = [this](QMenu *menu, const char *name, const QString &text) {
-        QMenu *m = menu->addMenu(text);
-        m->setObjectName(QString::fromLatin1(name));
-        m->menuAction()->setObjectName(QString::fromLatin1(name));
-        return m;
-    };
-    CTimingGrid &g = *m_grid;
-    const auto msg = [](const char *key) { return Msg(QString::fromLatin1(key)); };
-    item(mnuPopup, "mnuTimingAjustTime", msg("MENU_TIMING_100"),
-        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustShift); });
-    QMenu *scale = sub(mnuPopup, "mnuTimingScaleTime", QStringLiteral("缩放时间轴"));
-    item(scale, "mnuTimingScaleTimeAsk", QStringLiteral("缩放时间轴..."),
-        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale); });
-    item(scale, "mnuTimingScaleTime23To25", QStringLiteral("23.976 → 25"),
-        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale23To25); });
-    item(scale, "mnuTimingScaleTime25To23", QStringLiteral("25 → 23.976"),
-        [&g] { basTimeAdjust::AskTimeAdjust(g, basTimeAdjust::AdjustScale25To23); });
-    item(mnuPopup, "mnuTimingReactOffsetStart", msg("MENU_TIMING_101"), [this] { askReactOffset(false); });
-    item(mnuPopup, "mnuTimingReactOffsetEnd", msg("MENU_TIMING_102"), [this] { askReactOffset(true); });
-    mnuPopup->addSeparator();
-    item(mnuPopup, "mnuTimingInsertLine", msg("MENU_TIMING_200"),
-        [&g] { basLineOps::InsertRows(g, basLineOps::WholeRows); });
-    item(mnuPopup, "mnuTimingInsertTimeLine", msg("MENU_TIMING_201"),
-        [&g] { basLineOps::InsertRows(g, basLineOps::TimeCells); });
-    item(mnuPopup, "mnuTimingInsertDialogLine", msg("MENU_TIMING_202"),
-        [&g] { basLineOps::InsertRows(g, basLineOps::DialogCells); });
-    item(mnuPopup, "mnuTimingDeleteLine", msg("MENU_TIMING_300"),
-        [&g] { basLineOps::DeleteRows(g, basLineOps::WholeRows); });
-    item(mnuPopup, "mnuTimingDeleteTimeLine", msg("MENU_TIMING_301"),
-        [&g] { basLineOps::DeleteRows(g, basLineOps::TimeCells); });
-    item(mnuPopup, "mnuTimingDeleteDialogLine", msg("MENU_TIMING_302"),
-        [&g] { basLineOps::DeleteRows(g, basLineOps::DialogCells); });
-    item(mnuPopup, "mnuTimingClear", msg("MENU_TIMING_400"), [&g] { basLineOps::ClearCells(g); });
-    QMenu *increace = sub(mnuPopup, "mnuTimingIncreace", QStringLiteral("差分填充"));
-    item(increace, "mnuTimingOneTwoIncreace", msg("MENU_TIMING_500"),
-        [&g] { basTimeAdjust::FillIncrement(g, 1); });
-    item(increace, "mnuTimingFirstLastIncreace", QStringLiteral("第一最后行差分"),
-        [&g] { basTimeAdjust::FillIncrement(g, 2); });
-    mnuPopup->addSeparator();
-    item(mnuPopup, "mnuTimingSetChangedFlg", QStringLiteral("标记为已修改"),
-        [&g] { basLineOps::SetChangedFlag(g, true); });
-    item(mnuPopup, "mnuTimingSetUnChangedFlg", QStringLiteral("取消已修改标记"),
-        [&g] { basLineOps::SetChangedFlag(g, false); });
-    item(mnuPopup, "mnuTimingSetQuestionFlg", QStringLiteral("标记为有疑问"),
-        [&g] { basLineOps::SetQuestionFlag(g, true); });
-    item(mnuPopup, "mnuTimingSetUnQuestionFlg", QStringLiteral("取消疑问标记"),
-        [&g] { basLineOps::SetQuestionFlag(g, false); });
-    item(mnuPopup, "mnuTimingDisableCheckFlg", QStringLiteral("不检查时间轴"),
-        [&g] { basLineOps::SetCheckDisabledFlag(g, true); });
-    item(mnuPopup, "mnuTimingEnableCheckFlg", QStringLiteral("检查时间轴"),
-        [&g] { basLineOps::SetCheckDisabledFlag(g, false); });
-    mnuPopup->addSeparator();
-    QMenu *font = sub(mnuPopup, "mnuTimingFont", QStringLiteral("字体"));
-    QMenu *owner = sub(mnuPopup, "mnuTimingOwner", QStringLiteral("说话人"));
-    QMenu *scroll = sub(mnuPopup, "mnuTimingScroll", QStringLiteral("效果"));
-    QMenu *effect = sub(mnuPopup, "mnuTimingEffect", QStringLiteral("特效标签"));
-    for (const char *tag : { "mnuTimingEffectBold", "mnuTimingEffectItalic", "mnuTimingEffectColor" })
-        item(effect, tag, QString::fromLatin1(tag).mid(15));
-    // The lists of the style, speaker and effect submenus follow the list cells of the
-    // grid as they stand when the menu opens.
-    auto fillList = [this](QMenu *menu, const QStringList &names, int column) {
-        menu->clear();
-        for (const QString &name : names) {
-            QAction *a = menu->addAction(name);
-            connect(a, &QAction::triggered, this,
-                [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
+    QMenu *submenu = nullptr;
+    for (const PopupItem &item : PopupItems()) {
+        if (item.Type == PopupItem::Separator) {
+            mnuPopup->addSeparator();
+            continue;
         }
-    };
-    connect(mnuPopup, &QMenu::aboutToShow, this, [this, font, owner, scroll, fillList] {
+        const QString name = QString::fromLatin1(item.Name);
+        const QString text
+            = item.TextKey ? Msg(QString::fromLatin1(item.TextKey)) : QString::fromUtf16(item.Text);
+        if (item.Type == PopupItem::Submenu || item.Type == PopupItem::List) {
+            submenu = mnuPopup->addMenu(text);
+            submenu->setObjectName(name);
+            submenu->menuAction()->setObjectName(name);
+            continue;
+        }
+        QAction *a = (item.Type == PopupItem::SubItem ? submenu : mnuPopup)->addAction(text);
+        a->setObjectName(name);
+        if (const auto run = item.Run)
+            connect(a, &QAction::triggered, this, [this, run] { run(*this); });
+    }
+    connect(mnuPopup, &QMenu::aboutToShow, this, [this] {
         CSpread &s = m_grid->Spread();
         s.GetMultiSelection();
         const basLineOps::PopupEnabling on = basLineOps::PopupMenuEnabling(s);
-        auto enable = [this](const char *name, bool state) {
-            for (QAction *a : mnuPopup->findChildren<QAction *>(QString::fromLatin1(name)))
-                a->setEnabled(state);
-        };
-        enable("mnuTimingAjustTime", on.AjustTime);
-        enable("mnuTimingScaleTime", on.AjustTime);
-        for (const char *n :
-            { "mnuTimingInsertLine", "mnuTimingInsertTimeLine", "mnuTimingInsertDialogLine" })
-            enable(n, on.InsertLines);
-        for (const char *n :
-            { "mnuTimingDeleteLine", "mnuTimingDeleteTimeLine", "mnuTimingDeleteDialogLine" })
-            enable(n, on.DeleteLines);
-        enable("mnuTimingIncreace", on.Increace);
-        enable("mnuTimingEffect", on.Effect);
-        const int row = qMax(1, s.ActiveRow());
-        const auto items = [&s, row](int col) {
-            return s.index(row - 1, col - 1).data(CSpread::ListItemsRole).toStringList();
-        };
-        fillList(font, items(CTimingGrid::ColStyle), CTimingGrid::ColStyle);
-        fillList(owner, items(CTimingGrid::ColOwner), CTimingGrid::ColOwner);
-        fillList(scroll, CTimingGrid::EffectItems(), CTimingGrid::ColEffect);
+        for (const PopupItem &item : PopupItems()) {
+            const QString name = QString::fromLatin1(item.Name);
+            if (item.On)
+                for (QAction *a : mnuPopup->findChildren<QAction *>(name))
+                    a->setEnabled(on.*item.On);
+            if (item.Type == PopupItem::List)
+                fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column);
+        }
     });
+}
+
+QStringList frmTiming::listItems(int column) const
+{
+    const CSpread &s = m_grid->Spread();
+    const int row = qMax(1, s.ActiveRow());
+    return s.index(row - 1, column - 1).data(CSpread::ListItemsRole).toStringList();
+}
+
+void frmTiming::fillPopupList(QMenu *menu, const QStringList &names, int column)
+{
+    menu->clear();
+    for (const QString &name : names) {
+        QAction *a = menu->addAction(name);
+        connect(a, &QAction::triggered, this,
+            [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
+    }
 }
 
 // ---- open, save, close -----------------------------------------------------------------
@@ -1060,5 +1124,4 @@ void frmTiming::closeEvent(QCloseEvent *event)
         list->Delete(key);
     }
     event->accept();
-    emit Closed(this);
 }

@@ -4,9 +4,11 @@
 #include "shell/IAutoSaveDocument.h"
 
 #include <QPointer>
+#include <QStringList>
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <vector>
 
 class CTiming;
 class CTimingGrid;
@@ -50,7 +52,6 @@ public:
     // A button of the bars by its key ("Open", "Check", "KaraOK" ...).
     QAction *Button(const QString &key) const;
 
-    qint32 TimePrecision = 0;
     // 0: a loaded file replaces the grid; otherwise its lines go behind the rows.
     qint32 OpenMode = 0;
 
@@ -81,10 +82,9 @@ public:
     // Sets the file-option dialog up for an open (1) or a save (2) of this document,
     // shows it by `show`, and takes its results over; false when cancelled or failed.
     bool runFileOption(frmFileOption &dialog, int operation, const std::function<bool()> &show);
-    // Tool tips and captions that show hot keys, written again after a key changed.
+    // Tool tips and captions that show hot keys, written again after a key changed; the
+    // controls whose windows are still to come stay disabled with their own tips.
     void applyTips();
-    // Lays out the panes for a window of the given height.
-    void InitTimingFormSize(int height);
 
     // The frame's player commands the form keys reach, and its file commands the Open
     // menu offers; unset ones do nothing.
@@ -120,20 +120,25 @@ public:
     QPointer<QWidget> CheckWindow;
     QPointer<QWidget> FindWindow;
 
-signals:
-    // The window has closed and its document is gone.
-    void Closed(frmTiming *form);
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    struct BarButton;
+    struct BarMenuEntry;
+    struct PopupItem;
+    // The bars' buttons, the entries of their drop-down menus and the grid's popup menu,
+    // in their order: what builds the controls also refreshes their tips and enabling.
+    static const std::vector<BarButton> &BarButtons();
+    static const std::vector<BarMenuEntry> &BarMenuEntries();
+    static const std::vector<PopupItem> &PopupItems();
+
     void buildBars();
+    void buildButtonMenus();
     void buildLayout();
     void wireGrid();
     bool askFileByDialog(int operation);
-    QAction *addButton(QToolBar *bar, const QString &key, const QString &tipKey, const QString &text);
     void openChild(QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make,
         const QString &existsText);
     bool formKey(int keyCode, bool ctrl);
@@ -149,6 +154,11 @@ private:
     bool askToSave();
     void paintPreview();
     void buildPopup();
+    void fillPopupList(QMenu *menu, const QStringList &names, int column);
+    QStringList listItems(int column) const;
+    void karaOKPressed(bool pressed);
+    void previewToggled(bool on);
+    void shiftTimes(double seconds);
     void detachDocument();
     void askReactOffset(bool end);
 
@@ -157,5 +167,4 @@ private:
     std::unique_ptr<class CPictureBox> m_picture;
     std::unique_ptr<CTimePointCapture> m_capture;
     bool m_editorGuard = false;
-    bool m_closing = false;
 };

@@ -1,66 +1,270 @@
+// The frame's own controls: captions and tips from the catalogue, the entries whose windows
+// are still to come, the Window menu, and no enabled control anywhere that does nothing.
 #include "core/CScriptedPrompt.h"
+#include "core/CVelmar.h"
 #include "core/basMain.h"
-#include "core/basSetting.h"
-#include "ui/MdiVelmar.h"
-
 #include "core/basMessage.h"
-#include <QCloseEvent>
-#include <QFile>
+#include "player/CFakeMediaControl.h"
+#include "player/CPlayers.h"
+#include "ui/MdiVelmar.h"
+#include "ui/basPendingWindows.h"
+#include "ui/frmPlayer.h"
+#include "ui/frmProject.h"
+#include "ui/frmTiming.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRadioButton>
 #include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QWidgetAction>
 
 #include <gtest/gtest.h>
 
-TEST(MainFrame, MenusSpeakChineseFromTheCatalogue)
+#include <memory>
+#include <vector>
+
+namespace {
+
+// The frame as the program makes it, with a player window over a stand-in control.
+class Frame : public ::testing::Test
 {
-    StartCore();
-    MdiVelmar frame;
-    frame.Init(Velmar);
+protected:
+    void SetUp() override
+    {
+        StartCore();
+        SetPrompt(&prompt);
+        frame = std::make_unique<MdiVelmar>();
+        frame->Init(Velmar);
+        frmTiming::Register(*frame);
+        frame->RegisterWindowFactory(DocumentWindowKind::Player, [this](MdiVelmar &f) -> QWidget * {
+            auto *w = new frmPlayer(&media);
+            f.AddDocumentWindow(w);
+            w->Init(Velmar->Players());
+            return w;
+        });
+    }
+    void TearDown() override
+    {
+        frame.reset();
+        SetPrompt(nullptr);
+    }
+    QAction *tool(QToolBar *bar, const char *key) const
+    {
+        return bar->findChild<QAction *>(QString::fromLatin1(key));
+    }
+
+    CScriptedPrompt prompt;
+    CFakeMediaControl media;
+    std::unique_ptr<MdiVelmar> frame;
+};
+
+// How many connections a signal of an object has; Qt keeps the count to the object.
+struct Links : QObject
+{
+    static int Count(const QObject *object, const char *signal)
+    {
+        return (object->*(&Links::receivers))(signal);
+    }
+};
+
+// The connections Qt makes itself to an action that stands in menus and bars of these
+// kinds: a fresh action put into the same kinds of holders has them too.
+int QtOwnLinks(const QAction *action, const char *signal)
+{
+    QAction probe;
+    std::vector<std::unique_ptr<QWidget>> holders;
+    for (QObject *o : action->associatedObjects()) {
+        std::unique_ptr<QWidget> holder;
+        if (qobject_cast<QMenuBar *>(o))
+            holder = std::make_unique<QMenuBar>();
+        else if (qobject_cast<QMenu *>(o))
+            holder = std::make_unique<QMenu>();
+        else if (qobject_cast<QToolBar *>(o))
+            holder = std::make_unique<QToolBar>();
+        else
+            continue; // the tool buttons of a bar come with the bar
+        holder->addAction(&probe);
+        holders.push_back(std::move(holder));
+    }
+    return Links::Count(&probe, signal);
+}
+
+// Items the window shows on purpose without an action: the override tag names of the
+// grid's popup.
+const QStringList InertByDesign = { QStringLiteral("mnuTimingEffectBold"),
+    QStringLiteral("mnuTimingEffectItalic"), QStringLiteral("mnuTimingEffectColor") };
+
+QString NameOf(const QObject *o)
+{
+    const QString name = o->objectName().isEmpty() ? o->property("text").toString() : o->objectName();
+    const QObject *window = o;
+    while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer"))
+        window = window->parent();
+    return window->objectName() + u'/' + name;
+}
+
+// Every enabled action and command button under `root` that nothing is connected to.
+// Check boxes and option buttons hold a state their window reads; menus open; the tool
+// buttons of bars stand for their actions.
+QStringList DeadControls(const QWidget *root)
+{
+    QStringList dead;
+    for (const QAction *a : root->findChildren<QAction *>()) {
+        if (!a->isEnabled() || a->isSeparator() || a->menu() || qobject_cast<const QWidgetAction *>(a)
+            || InertByDesign.contains(a->objectName()))
+            continue;
+        int links = 0;
+        for (const char *signal : { SIGNAL(triggered(bool)), SIGNAL(toggled(bool)) })
+            links += Links::Count(a, signal) - QtOwnLinks(a, signal);
+        if (links <= 0)
+            dead << NameOf(a);
+    }
+    for (const QAbstractButton *b : root->findChildren<QAbstractButton *>()) {
+        const auto *tool = qobject_cast<const QToolButton *>(b);
+        if (!b->isEnabled() || qobject_cast<const QCheckBox *>(b) || qobject_cast<const QRadioButton *>(b)
+            || (tool && tool->defaultAction()) || b->objectName().startsWith(u"qt_"))
+            continue;
+        int links = 0;
+        for (const char *signal :
+            { SIGNAL(clicked(bool)), SIGNAL(pressed()), SIGNAL(released()), SIGNAL(toggled(bool)) })
+            links += Links::Count(b, signal);
+        if (links == 0)
+            dead << NameOf(b);
+    }
+    return dead;
+}
+
+} // namespace
+
+TEST_F(Frame, MenusAndButtonsTakeTheirCaptionsAndTips)
+{
     QStringList titles;
-    for (QAction *a : frame.menuBar()->actions())
+    for (QAction *a : frame->menuBar()->actions())
         titles << a->text();
     EXPECT_EQ(titles,
         QStringList({ QStringLiteral("文件"), QStringLiteral("选项"), QStringLiteral("窗口"),
             QStringLiteral("关于") }));
-    EXPECT_EQ(frame.mnuFileOpenTiming->text(), QStringLiteral("打开时间轴..."));
-    EXPECT_EQ(frame.mnuWindowCascade->text(), QStringLiteral("层叠"));
-    EXPECT_EQ(frame.mnuHelpVersion->text(), QStringLiteral("版本..."));
+    EXPECT_EQ(frame->mnuFileOpenTiming->text(), QStringLiteral("打开时间轴..."));
+    EXPECT_EQ(frame->mnuWindowCascade->text(), QStringLiteral("层叠"));
+    EXPECT_EQ(frame->mnuHelpVersion->text(), QStringLiteral("版本..."));
+    EXPECT_EQ(frame->mnuFileExit->text(), QStringLiteral("退出"));
+    // A button says what the menu entry it stands for says, and does what it does.
+    EXPECT_EQ(tool(frame->tlbFile, "OpenTiming")->toolTip(), QStringLiteral("打开时间轴..."));
+    EXPECT_EQ(tool(frame->tlbAVI, "OpenAVI")->toolTip(), QStringLiteral("打开动画..."));
+    tool(frame->tlbFile, "NewTiming")->trigger();
+    ASSERT_EQ(frame->DocumentWindows().size(), 1);
+    EXPECT_TRUE(qobject_cast<frmTiming *>(frame->DocumentWindows().first()));
+    EXPECT_EQ(tool(frame->tlbAVI, "Play")->toolTip(), QStringLiteral("F3:  播放 / 暂停"));
+
+    // The translation entries wait for their window: disabled, their tips say so, and
+    // the buttons that stand for them follow.
+    for (QAction *entry : { frame->mnuFileNewTranslate, frame->mnuFileOpenTranslate }) {
+        EXPECT_FALSE(entry->isEnabled()) << entry->objectName().toStdString();
+        EXPECT_EQ(entry->toolTip(), PendingTip(QStringLiteral("MdiVelmar"), entry->objectName()));
+        EXPECT_TRUE(entry->toolTip().contains(QStringLiteral("翻译")));
+    }
+    EXPECT_FALSE(tool(frame->tlbFile, "OpenTranslate")->isEnabled());
+    EXPECT_EQ(tool(frame->tlbFile, "OpenTranslate")->toolTip(), frame->mnuFileOpenTranslate->toolTip());
+    EXPECT_TRUE(frame->mnuFile->toolTipsVisible());
+    EXPECT_TRUE(PendingTip(QStringLiteral("MdiVelmar"), QStringLiteral("mnuFileNewTiming")).isEmpty());
 }
 
-namespace {
-// A child that refuses to close, as a window does when its question is cancelled.
-class StubbornChild : public QWidget
+TEST_F(Frame, WindowMenuTilesInRowsAndColumnsCascadesAndLinesUpIcons)
 {
-protected:
-    void closeEvent(QCloseEvent *e) override { e->ignore(); }
-};
-} // namespace
+    frame->resize(1000, 700);
+    frame->show();
+    QList<QMdiSubWindow *> subs;
+    for (int i = 0; i < 3; ++i)
+        subs << frame->AddDocumentWindow(new QWidget);
+    const QRect area = frame->MdiArea()->viewport()->rect();
 
-TEST(MainFrame, CloseSequenceStopsOnRefusalAndSavesGeometry)
-{
-    QFile::remove(SettingsFile());
-    StartCore();
-    MdiVelmar frame;
-    frame.Init(Velmar);
-    frame.setGeometry(10, 20, 800, 600);
-    QMdiSubWindow *child = frame.MdiArea()->addSubWindow(new StubbornChild);
-    child->show();
-    frame.show();
-    EXPECT_FALSE(frame.close());
-    EXPECT_TRUE(GetSetting("Startup", "Width").isEmpty());
+    frame->mnuWindowTileHorizontally->trigger();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(subs[i]->geometry().width(), area.width()) << i;
+        EXPECT_NEAR(subs[i]->geometry().height(), area.height() / 3.0, 1) << i;
+    }
+    EXPECT_LT(subs[0]->y(), subs[1]->y());
+    EXPECT_LT(subs[1]->y(), subs[2]->y());
 
-    delete child;
-    EXPECT_TRUE(frame.close());
-    EXPECT_EQ(GetSetting("Startup", "Width"), QString::number(frame.geometry().width()));
-    EXPECT_EQ(GetSetting("Startup", "Height"), QString::number(frame.geometry().height()));
+    subs[1]->showMaximized();
+    frame->mnuWindowTileVertically->trigger();
+    EXPECT_FALSE(subs[1]->isMaximized());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(subs[i]->geometry().height(), area.height()) << i;
+        EXPECT_NEAR(subs[i]->geometry().width(), area.width() / 3.0, 1) << i;
+    }
+    EXPECT_LT(subs[0]->x(), subs[1]->x());
+    EXPECT_LT(subs[1]->x(), subs[2]->x());
+
+    frame->mnuWindowCascade->trigger();
+    EXPECT_LT(subs[0]->y(), subs[1]->y());
+    EXPECT_LT(subs[0]->x(), subs[1]->x());
+    EXPECT_LT(subs[1]->y(), subs[2]->y());
+
+    // Minimised windows pushed about come back to the bottom edge, side by side; tiling
+    // leaves them alone.
+    subs[0]->showMinimized();
+    subs[2]->showMinimized();
+    subs[0]->move(300, 50);
+    subs[2]->move(10, 10);
+    frame->mnuWindowTileHorizontally->trigger();
+    EXPECT_EQ(subs[0]->pos(), QPoint(300, 50));
+    EXPECT_EQ(subs[1]->geometry().size(), area.size());
+    frame->mnuWindowArrange->trigger();
+    EXPECT_EQ(subs[0]->geometry().bottom(), area.bottom());
+    EXPECT_EQ(subs[2]->geometry().bottom(), area.bottom());
+    EXPECT_EQ(subs[0]->x(), 0);
+    EXPECT_GE(subs[2]->x(), subs[0]->geometry().right());
 }
 
-#include "ui/frmProject.h"
+TEST_F(Frame, NoEnabledControlIsDead)
+{
+    auto *timing = dynamic_cast<frmTiming *>(frame->NewDocument(0));
+    ASSERT_TRUE(timing);
+    ASSERT_TRUE(frame->OpenFileByType(QStringLiteral("/v/clip.avi")));
+    // The timing window's child windows and the lists its popup fills when it opens.
+    timing->Button(QStringLiteral("Check"))->trigger();
+    timing->Button(QStringLiteral("Find"))->trigger();
+    ASSERT_TRUE(timing->CheckWindow && timing->FindWindow);
+    emit timing->mnuPopup->aboutToShow();
+    frmProject project(frame.get());
+    project.Init(frame.get());
 
-#include <QTreeWidget>
+    EXPECT_EQ(DeadControls(frame.get()).join(u' ').toStdString(), "");
+    EXPECT_GE(frame->findChildren<QAction *>().size(), 60);
+
+    // The walk sees a dead one, past the links Qt makes for menus and bars itself.
+    auto *stray = new QAction(QStringLiteral("stray"), timing);
+    stray->setObjectName(QStringLiteral("stray"));
+    timing->tlbAjust->addAction(stray);
+    timing->mnuPopup->addAction(stray);
+    EXPECT_EQ(DeadControls(frame.get()).join(u' ').toStdString(), "frmTiming/stray");
+    delete stray;
+
+    // The controls whose windows are still to come are the pending ones, each with its
+    // tip, and nothing else of the window is disabled at the start.
+    QStringList disabled;
+    for (QAction *a : timing->findChildren<QAction *>()) {
+        if (a->isEnabled() || a->isSeparator() || a->objectName().startsWith(u"mnuTiming"))
+            continue;
+        disabled << a->objectName();
+        if (a->objectName() != u"KaraOK") {
+            EXPECT_EQ(a->toolTip(), PendingTip(QStringLiteral("frmTiming"), a->objectName()));
+        }
+    }
+    disabled.sort();
+    EXPECT_EQ(disabled,
+        QStringList({ QStringLiteral("EffectSpecial"), QStringLiteral("FileOpenFont"),
+            QStringLiteral("FileOpenTranslate"), QStringLiteral("Font"), QStringLiteral("KaraOK"),
+            QStringLiteral("PicPreview"), QStringLiteral("SubInfomation") }));
+}
 
 TEST(ProjectWindow, RootNamedAfterTheWindowAndFilesUnderIt)
 {

@@ -27,6 +27,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -35,6 +36,8 @@
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 
@@ -423,4 +426,68 @@ TEST_F(TimingWindowTest, GridViewEditsListCellsWithTheirItemsAndFollowsHiddenCol
     EXPECT_EQ(cell(CTimingGrid::ColStartTime, 2), QStringLiteral("0:00:07.00"));
     EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("打字"));
     EXPECT_TRUE(doc->Changed());
+}
+
+TEST_F(TimingWindowTest, QueuedStrokesAndACloseBetweenThemRunOneAfterAnother)
+{
+    MdiVelmar frame;
+    frame.Init(Velmar);
+    frmTiming::Register(frame);
+    QPointer<frmTiming> made = dynamic_cast<frmTiming *>(frame.NewDocument(0));
+    ASSERT_TRUE(made);
+    ASSERT_TRUE(made->OpenFile(0, scriptPath));
+    CTiming *document = made->Document();
+    ASSERT_EQ(document->PlayerWindow(), &playerWindow);
+    made->Grid().Spread().setRow(1);
+    made->Grid().Spread().setCol(CTimingGrid::ColStartTime);
+    made->Grid().Spread().ActivateCell();
+    const qsizetype open = Velmar->Timings()->Count();
+    QPointer<CSpreadView> view = made->spdTiming;
+    QPointer<QWidget> sub = made->parentWidget();
+
+    // Each step comes out of the event queue as the user's keys and clicks do; a step
+    // that starts while another is still running would be a window pumping the queue
+    // from inside a stroke.
+    QObject queue;
+    int depth = 0;
+    int deepest = 0;
+    QStringList seen;
+    auto post = [&](const QString &name, std::function<void()> run) {
+        QMetaObject::invokeMethod(
+            &queue,
+            [&, name, run] {
+                deepest = qMax(deepest, ++depth);
+                seen << name;
+                run();
+                --depth;
+            },
+            Qt::QueuedConnection);
+    };
+    post(QStringLiteral("F8"), [&] {
+        control.setPositionDirect(1.5);
+        if (view)
+            QTest::keyClick(view, Qt::Key_F8);
+    });
+    // What the queue runs right after the first stroke closes the window (the stamp made
+    // it changed: the question is answered No).
+    prompt.Answers.push_back(MsgBoxResult::No);
+    post(QStringLiteral("close"), [&] {
+        if (sub)
+            sub->close();
+    });
+    post(QStringLiteral("F9"), [&] {
+        control.setPositionDirect(2.5);
+        if (view)
+            QTest::keyClick(view, Qt::Key_F9);
+    });
+    QCoreApplication::sendPostedEvents(&queue);
+    EXPECT_EQ(seen, QStringList({ QStringLiteral("F8"), QStringLiteral("close"), QStringLiteral("F9") }));
+    EXPECT_EQ(deepest, 1);
+    EXPECT_EQ(prompt.Messages(), QStringList { QStringLiteral("保存所做的修改吗?") });
+    // The window went with its document, and the second stroke found nothing to stamp.
+    EXPECT_EQ(Velmar->Timings()->Count(), open - 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(made.isNull());
+    EXPECT_TRUE(view.isNull());
+    EXPECT_FALSE(doc->Content().contains(QStringLiteral("0:00:02.50")));
 }
