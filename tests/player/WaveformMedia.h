@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 #include <QString>
 #include <QStringList>
+#include <cstdio>
 #include <vector>
 
 // Media made with the ffmpeg command for the waveform tests: 440 Hz tone bursts of
@@ -24,7 +25,7 @@ inline QString BurstSource(const std::vector<double> &bursts, double seconds, in
     for (double b : bursts)
         on << QStringLiteral("between(t,%1,%2)").arg(b).arg(b + BurstLength);
     const QString channel = QStringLiteral("if(%1,0.8*sin(2*PI*440*t),0)").arg(on.join(u'+'));
-    return QStringLiteral("aevalsrc=%1|%1:s=%2:d=%3").arg(channel).arg(rate).arg(seconds);
+    return QStringLiteral("aevalsrc='%1|%1':s=%2:d=%3").arg(channel).arg(rate).arg(seconds);
 }
 
 // Runs ffmpeg with `inputs` (each "-f lavfi -i SOURCE") and `output` arguments; the output
@@ -41,8 +42,10 @@ inline QString Make(const QStringList &sources, const QStringList &outputArgs, c
     args << outputArgs << out;
     QProcess run;
     run.start(ffmpeg, args);
-    if (!run.waitForFinished(180000) || run.exitStatus() != QProcess::NormalExit || run.exitCode() != 0)
+    if (!run.waitForFinished(180000) || run.exitStatus() != QProcess::NormalExit || run.exitCode() != 0) {
+        std::fprintf(stderr, "ffmpeg %s\n%s\n", qPrintable(args.join(u' ')), run.readAllStandardError().constData());
         return {};
+    }
     return out;
 }
 

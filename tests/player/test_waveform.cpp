@@ -216,6 +216,7 @@ struct MediaCase
     const char *extension;
     int rate;
     std::vector<const char *> args;
+    friend void PrintTo(const MediaCase &c, std::ostream *os) { *os << c.name; }
 };
 
 class WaveformMediaTest : public ::testing::TestWithParam<MediaCase>
