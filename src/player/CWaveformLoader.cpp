@@ -4,8 +4,8 @@
 
 #include <QThread>
 
-CWaveformLoader::CWaveformLoader(QObject *parent)
-    : QObject(parent)
+CWaveformLoader::CWaveformLoader()
+    : m_inbox(std::make_unique<QObject>())
 { }
 
 CWaveformLoader::~CWaveformLoader()
@@ -37,6 +37,7 @@ void CWaveformLoader::Load(const QString &path)
     stopWorker();
     m_path = path;
     const quint64 generation = ++m_generation;
+    m_busy = true;
     m_cancel = std::make_shared<std::atomic<bool>>(false);
     auto cancel = m_cancel;
     // The loader outlives the thread (its end waits for it), so the thread may name it.
@@ -45,18 +46,26 @@ void CWaveformLoader::Load(const QString &path)
         // replaced or cancelled in between is recognised there by its generation.
         const auto deliver = [this, generation](auto fn) {
             QMetaObject::invokeMethod(
-                this,
+                m_inbox.get(),
                 [this, generation, fn] {
                     if (m_generation == generation)
                         fn(*this);
                 },
                 Qt::QueuedConnection);
         };
-        CWaveformResult result = LoadNow(path, cancel.get(),
-            [&](double done) { deliver([done](CWaveformLoader &l) { emit l.Progress(done); }); });
+        CWaveformResult result = LoadNow(path, cancel.get(), [&](double done) {
+            deliver([done](CWaveformLoader &l) {
+                if (l.OnProgress)
+                    l.OnProgress(done);
+            });
+        });
         if (cancel->load())
             return;
-        deliver([result](CWaveformLoader &l) { emit l.Loaded(result); });
+        deliver([result](CWaveformLoader &l) {
+            l.m_busy = false;
+            if (l.OnLoaded)
+                l.OnLoaded(result);
+        });
     }));
     m_thread->setObjectName(QStringLiteral("waveform"));
     m_thread->start(QThread::LowPriority);
@@ -67,14 +76,10 @@ void CWaveformLoader::Cancel()
     stopWorker();
 }
 
-bool CWaveformLoader::Busy() const
-{
-    return m_thread && m_thread->isRunning();
-}
-
 void CWaveformLoader::stopWorker()
 {
     ++m_generation;
+    m_busy = false;
     if (m_cancel)
         m_cancel->store(true);
     if (m_thread) {

@@ -37,7 +37,6 @@ CWaveformStrip::CWaveformStrip(QWidget *parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumHeight(60);
     setFocusPolicy(Qt::ClickFocus);
-    m_view.setWidth(width());
 }
 
 QSize CWaveformStrip::sizeHint() const
@@ -103,26 +102,28 @@ std::optional<WaveformSpan> CWaveformStrip::shownSpan() const
     return span;
 }
 
-void CWaveformStrip::resizeEvent(QResizeEvent *event)
+CWaveformView &CWaveformStrip::View()
 {
+    // A hidden widget gets its resize event only when shown; the width is read here.
     m_view.setWidth(width());
-    QWidget::resizeEvent(event);
+    return m_view;
 }
 
 void CWaveformStrip::paintEvent(QPaintEvent *)
 {
+    const CWaveformView &v = View();
     QPainter p(this);
     p.fillRect(rect(), Background);
     const int top = RulerHeight;
     const int height = std::max(1, this->height() - top);
-    paintSpans(p, top, height);
-    paintRuler(p, top);
-    paintPeaks(p, top, height);
+    paintSpans(p, v, top, height);
+    paintRuler(p, v, top);
+    paintPeaks(p, v, top, height);
     // The edges and the position go over the waveform, so that they stay visible on
     // loud passages.
     if (const std::optional<WaveformSpan> span = shownSpan()) {
         const auto edge = [&](double t, const QColor &colour, bool start) {
-            const double x = std::round(m_view.XAt(t));
+            const double x = std::round(v.XAt(t));
             if (x < -8 || x > width() + 8)
                 return;
             p.setPen(QPen(colour, 2));
@@ -137,27 +138,27 @@ void CWaveformStrip::paintEvent(QPaintEvent *)
         edge(span->Start, StartEdge, true);
         edge(span->End, EndEdge, false);
     }
-    const double px = std::round(m_view.XAt(m_view.Position()));
+    const double px = std::round(v.XAt(v.Position()));
     p.setPen(QPen(PositionLine, 1));
     p.drawLine(QPointF(px + 0.5, 0), QPointF(px + 0.5, this->height()));
     paintStatus(p);
 }
 
-void CWaveformStrip::paintRuler(QPainter &p, int rulerHeight) const
+void CWaveformStrip::paintRuler(QPainter &p, const CWaveformView &v, int rulerHeight) const
 {
     p.fillRect(QRect(0, 0, width(), rulerHeight), RulerBackground);
-    const double step = m_view.MarkStep(MarkSpacing);
+    const double step = v.MarkStep(MarkSpacing);
     // Short ticks between the labelled marks: fifths, or halves of a 2, 15 or 0.2 step.
     const double minor = (step == 2 || step == 15 || step == 0.2 || step == 120) ? step / 2 : step / 5;
-    const double left = m_view.Left();
-    const double right = m_view.TimeAt(width());
+    const double left = v.Left();
+    const double right = v.TimeAt(width());
     QFont font = p.font();
     font.setPixelSize(10);
     p.setFont(font);
     const auto first = static_cast<qint64>(std::floor(std::max(0.0, left) / minor));
     for (qint64 i = first; i * minor <= right; ++i) {
         const double t = i * minor;
-        const double x = std::round(m_view.XAt(t)) + 0.5;
+        const double x = std::round(v.XAt(t)) + 0.5;
         const bool major = std::abs(std::remainder(t, step)) < minor / 10;
         if (major) {
             p.setPen(GridLine);
@@ -172,13 +173,13 @@ void CWaveformStrip::paintRuler(QPainter &p, int rulerHeight) const
     }
 }
 
-void CWaveformStrip::paintSpans(QPainter &p, int top, int height) const
+void CWaveformStrip::paintSpans(QPainter &p, const CWaveformView &v, int top, int height) const
 {
     const auto shade = [&](const WaveformSpan &s, const QColor &fill) {
         if (s.End <= s.Start)
             return;
-        const double x0 = m_view.XAt(s.Start);
-        const double x1 = m_view.XAt(s.End);
+        const double x0 = v.XAt(s.Start);
+        const double x1 = v.XAt(s.End);
         if (x1 < 0 || x0 > width())
             return;
         p.fillRect(QRectF(x0, top, x1 - x0, height), fill);
@@ -187,7 +188,7 @@ void CWaveformStrip::paintSpans(QPainter &p, int top, int height) const
         shade(s, NeighbourFill);
         p.setPen(NeighbourEdge);
         for (double t : { s.Start, s.End }) {
-            const double x = std::round(m_view.XAt(t)) + 0.5;
+            const double x = std::round(v.XAt(t)) + 0.5;
             if (x >= 0 && x <= width())
                 p.drawLine(QPointF(x, top), QPointF(x, top + height));
         }
@@ -196,24 +197,24 @@ void CWaveformStrip::paintSpans(QPainter &p, int top, int height) const
         shade(*span, ActiveFill);
 }
 
-void CWaveformStrip::paintPeaks(QPainter &p, int top, int height) const
+void CWaveformStrip::paintPeaks(QPainter &p, const CWaveformView &v, int top, int height) const
 {
     const double mid = top + height / 2.0;
     p.setPen(ZeroLine);
     p.drawLine(QPointF(0, std::floor(mid) + 0.5), QPointF(width(), std::floor(mid) + 0.5));
     if (!m_peaks || m_peaks->Count() == 0)
         return;
-    const std::vector<WaveformPeak> columns = m_view.Columns(*m_peaks);
+    const std::vector<WaveformPeak> columns = v.Columns(*m_peaks);
     const double scale = (height / 2.0 - 2) / m_loudest;
     const std::optional<WaveformSpan> span = shownSpan();
-    const int inFrom = span ? int(std::ceil(m_view.XAt(span->Start))) : 0;
-    const int inTo = span ? int(std::floor(m_view.XAt(span->End))) : -1;
+    const int inFrom = span ? int(std::ceil(v.XAt(span->Start))) : 0;
+    const int inTo = span ? int(std::floor(v.XAt(span->End))) : -1;
     // One vertical stroke a column; the part inside the active span is drawn brighter.
     QVector<QLineF> outside;
     QVector<QLineF> inside;
     outside.reserve(qsizetype(columns.size()));
-    const double audioEnd = m_view.XAt(m_peaks->Duration());
-    const double audioStart = m_view.XAt(0);
+    const double audioEnd = v.XAt(m_peaks->Duration());
+    const double audioStart = v.XAt(0);
     for (int x = std::max(0, int(std::floor(audioStart))); x < int(columns.size()) && x < audioEnd; ++x) {
         const WaveformPeak &c = columns[size_t(x)];
         const double y0 = std::floor(mid - c.Max * scale);
@@ -256,7 +257,7 @@ void CWaveformStrip::mousePressEvent(QMouseEvent *event)
         return;
     }
     const double x = event->position().x();
-    const WaveformEdge edge = m_active ? m_view.HitEdge(x, *m_active) : WaveformEdge::None;
+    const WaveformEdge edge = m_active ? View().HitEdge(x, *m_active) : WaveformEdge::None;
     if (edge != WaveformEdge::None) {
         m_drag = edge;
         m_dragTime = edge == WaveformEdge::Start ? m_active->Start : m_active->End;
@@ -270,11 +271,11 @@ void CWaveformStrip::mouseMoveEvent(QMouseEvent *event)
 {
     const double x = event->position().x();
     if (m_drag != WaveformEdge::None && m_active) {
-        m_dragTime = m_view.DragTime(m_drag, x, *m_active);
+        m_dragTime = View().DragTime(m_drag, x, *m_active);
         update();
         return;
     }
-    const bool onEdge = m_active && m_view.HitEdge(x, *m_active) != WaveformEdge::None;
+    const bool onEdge = m_active && View().HitEdge(x, *m_active) != WaveformEdge::None;
     setCursor(onEdge ? Qt::SizeHorCursor : Qt::ArrowCursor);
 }
 
@@ -287,7 +288,7 @@ void CWaveformStrip::mouseReleaseEvent(QMouseEvent *event)
     if (m_drag != WaveformEdge::None && m_active) {
         const WaveformEdge edge = m_drag;
         const double before = edge == WaveformEdge::Start ? m_active->Start : m_active->End;
-        const double time = m_view.DragTime(edge, event->position().x(), *m_active);
+        const double time = View().DragTime(edge, event->position().x(), *m_active);
         m_drag = WaveformEdge::None;
         if (time != before) {
             // Shown at once; the owner confirms it by setting the span again.
@@ -296,7 +297,7 @@ void CWaveformStrip::mouseReleaseEvent(QMouseEvent *event)
         }
         update();
     } else if (m_pressed) {
-        emit SeekRequested(std::max(0.0, m_view.TimeAt(event->position().x())));
+        emit SeekRequested(std::max(0.0, View().TimeAt(event->position().x())));
     }
     m_pressed = false;
 }
@@ -315,9 +316,9 @@ void CWaveformStrip::wheelEvent(QWheelEvent *event)
     const QPoint delta = event->angleDelta();
     const double notches = (delta.y() != 0 ? delta.y() : delta.x()) / 120.0;
     if (event->modifiers() & Qt::ControlModifier) {
-        m_view.Zoom(std::pow(0.8, notches), event->position().x());
+        View().Zoom(std::pow(0.8, notches), event->position().x());
     } else if (event->modifiers() & Qt::ShiftModifier) {
-        m_view.ScrollBy(-notches * m_view.Span() / 10);
+        View().ScrollBy(-notches * View().Span() / 10);
     } else {
         event->ignore();
         return;

@@ -34,8 +34,8 @@ public:
     void setActiveSpan(std::optional<WaveformSpan> span);
     void setNeighbourSpans(std::vector<WaveformSpan> spans);
 
-    CWaveformView &View() { return m_view; }
-    const CWaveformView &View() const { return m_view; }
+    // The strip's window of time, at the strip's present width.
+    CWaveformView &View();
 
     QSize sizeHint() const override;
 
@@ -46,7 +46,6 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -56,9 +55,9 @@ protected:
 private:
     // The active span as drawn: with the dragged edge where the mouse has it.
     std::optional<WaveformSpan> shownSpan() const;
-    void paintRuler(QPainter &p, int rulerHeight) const;
-    void paintSpans(QPainter &p, int top, int height) const;
-    void paintPeaks(QPainter &p, int top, int height) const;
+    void paintRuler(QPainter &p, const CWaveformView &v, int rulerHeight) const;
+    void paintSpans(QPainter &p, const CWaveformView &v, int top, int height) const;
+    void paintPeaks(QPainter &p, const CWaveformView &v, int top, int height) const;
     void paintStatus(QPainter &p) const;
 
     CWaveformView m_view;

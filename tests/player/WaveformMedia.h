@@ -43,7 +43,8 @@ inline QString Make(const QStringList &sources, const QStringList &outputArgs, c
     QProcess run;
     run.start(ffmpeg, args);
     if (!run.waitForFinished(180000) || run.exitStatus() != QProcess::NormalExit || run.exitCode() != 0) {
-        std::fprintf(stderr, "ffmpeg %s\n%s\n", qPrintable(args.join(u' ')), run.readAllStandardError().constData());
+        std::fprintf(
+            stderr, "ffmpeg %s\n%s\n", qPrintable(args.join(u' ')), run.readAllStandardError().constData());
         return {};
     }
     return out;

@@ -11,7 +11,6 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -402,21 +401,24 @@ TEST_F(WaveformFiles, ACancelledDecodeStopsAtOnceAndReportsNothing)
     EXPECT_EQ(seen.back(), 0.1); // not one packet's progress after the flag
     EXPECT_FALSE(QFileInfo::exists(CWaveformCache::FileFor(file)));
 
-    // The loader: a cancelled load never reports; the next one does.
+    // The loader: a cancelled load never reports; the next one does, on this thread.
     CWaveformLoader loader;
-    QSignalSpy loaded(&loader, &CWaveformLoader::Loaded);
-    QSignalSpy progress(&loader, &CWaveformLoader::Progress);
+    std::vector<CWaveformResult> loaded;
+    std::vector<double> progress;
+    loader.OnLoaded = [&](const CWaveformResult &r) { loaded.push_back(r); };
+    loader.OnProgress = [&](double done) { progress.push_back(done); };
     loader.Load(file);
+    EXPECT_TRUE(loader.Busy());
     loader.Cancel();
     EXPECT_FALSE(loader.Busy());
     QTest::qWait(200);
-    EXPECT_EQ(loaded.count(), 0);
-    EXPECT_EQ(progress.count(), 0);
+    EXPECT_TRUE(loaded.empty());
+    EXPECT_TRUE(progress.empty());
     loader.Load(file);
-    ASSERT_TRUE(loaded.wait(60000));
-    const auto result = loaded.at(0).at(0).value<CWaveformResult>();
-    EXPECT_EQ(result.Status, WaveformStatus::Ready);
-    EXPECT_NEAR(result.Peaks->Duration(), 60, 0.05);
-    EXPECT_GT(progress.count(), 10);
-    EXPECT_EQ(progress.last().at(0).toDouble(), 1.0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !loaded.empty(); }, 60000));
+    EXPECT_FALSE(loader.Busy());
+    EXPECT_EQ(loaded[0].Status, WaveformStatus::Ready);
+    EXPECT_NEAR(loaded[0].Peaks->Duration(), 60, 0.05);
+    EXPECT_GT(progress.size(), 10u);
+    EXPECT_EQ(progress.back(), 1.0);
 }
