@@ -17,13 +17,13 @@
 namespace {
 
 // Speech-like stereo: a voice-band tone gliding in pitch, in bursts of a second or two,
-// over a faint noise floor.
+// over a faint high tone that keeps the quiet parts from being digital silence.
 const char *const Voice
-    = "aevalsrc="
+    = "aevalsrc='"
       "0.6*sin(2*PI*(180+60*sin(2*PI*3*t))*t)*(0.55+0.45*sin(2*PI*0.7*t))*gt(mod(t,3.7),1.1)"
       "+0.01*sin(2*PI*3000*t)|"
       "0.5*sin(2*PI*(200+50*sin(2*PI*2*t))*t)*(0.55+0.45*sin(2*PI*0.5*t))*gt(mod(t,4.3),1.4)"
-      ":s=48000:d=60";
+      "':s=48000:d=60";
 
 bool ffmpeg(const QStringList &args)
 {

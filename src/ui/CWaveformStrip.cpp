@@ -141,6 +141,11 @@ void CWaveformStrip::paintEvent(QPaintEvent *)
     const double px = std::round(v.XAt(v.Position()));
     p.setPen(QPen(PositionLine, 1));
     p.drawLine(QPointF(px + 0.5, 0), QPointF(px + 0.5, this->height()));
+    // A small head on the ruler, so that the position is found at a glance.
+    const QPointF head[3] = { { px - 4.5, 0 }, { px + 5.5, 0 }, { px + 0.5, 6 } };
+    p.setPen(Qt::NoPen);
+    p.setBrush(PositionLine);
+    p.drawPolygon(head, 3);
     paintStatus(p);
 }
 
