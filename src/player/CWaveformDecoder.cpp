@@ -2,10 +2,11 @@
 
 #include "player/CWaveformPeakBuilder.h"
 
+#include <QFile>
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
-#include <libavutil/opt.h>
 #include <libswresample/swresample.h>
 }
 
@@ -153,7 +154,9 @@ CWaveformResult CWaveformDecoder::Decode(
         return ended(WaveformStatus::Failed, errorText(AVERROR(ENOMEM)));
     raw->interrupt_callback.callback = interruptCallback;
     raw->interrupt_callback.opaque = const_cast<std::atomic<bool> *>(cancel);
-    int rc = avformat_open_input(&raw, path.toUtf8().constData(), nullptr, nullptr);
+    // Through the file protocol only: a name with a colon is never taken for a URL.
+    const QByteArray url = "file:" + QFile::encodeName(path);
+    int rc = avformat_open_input(&raw, url.constData(), nullptr, nullptr);
     if (rc < 0) // the library frees the context on failure
         return ended(cancelled() ? WaveformStatus::Cancelled : WaveformStatus::Failed, errorText(rc));
     std::unique_ptr<AVFormatContext, FormatCloser> format(raw);
