@@ -3,6 +3,7 @@
 #include "player/CWaveformResult.h"
 #include "player/CWaveformView.h"
 
+#include <QImage>
 #include <QString>
 #include <QWidget>
 #include <memory>
@@ -57,7 +58,9 @@ private:
     std::optional<WaveformSpan> shownSpan() const;
     void paintRuler(QPainter &p, const CWaveformView &v, int rulerHeight) const;
     void paintSpans(QPainter &p, const CWaveformView &v, int top, int height) const;
-    void paintPeaks(QPainter &p, const CWaveformView &v, int top, int height) const;
+    void paintBand(QPainter &p, const CWaveformView &v, const QRect &band, int top, int height) const;
+    // Draws the waveform's strokes into m_layer, `height` pixels tall.
+    void updateLayer(const CWaveformView &v, int height) const;
     void paintStatus(QPainter &p) const;
 
     CWaveformView m_view;
@@ -67,6 +70,7 @@ private:
     QString m_message;
     std::optional<WaveformSpan> m_active;
     std::vector<WaveformSpan> m_neighbours;
+    mutable QImage m_layer; // the waveform's strokes, made again each paint
 
     WaveformEdge m_drag = WaveformEdge::None;
     double m_dragTime = 0;
