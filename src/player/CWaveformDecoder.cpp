@@ -12,6 +12,7 @@ extern "C" {
 
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -141,148 +142,200 @@ private:
     std::vector<const float *> m_pointers;
 };
 
-} // namespace
-
-CWaveformResult CWaveformDecoder::Decode(
-    const QString &path, const std::atomic<bool> *cancel, const ProgressFn &progress)
+// One decode of one file, in steps: open the file, open the audio track's decoder, read
+// the packets. A step that fails leaves its result in `Ended`.
+class DecodeRun
 {
-    const auto cancelled = [cancel] { return cancel && cancel->load(std::memory_order_relaxed); };
-    av_log_set_level(AV_LOG_QUIET);
+public:
+    DecodeRun(const std::atomic<bool> *cancel, const CWaveformDecoder::ProgressFn &progress)
+        : m_cancel(cancel)
+        , m_progress(progress)
+        , m_feeder(m_builder)
+    { }
 
-    AVFormatContext *raw = avformat_alloc_context();
+    std::optional<CWaveformResult> Ended;
+
+    bool Open(const QString &path);
+    bool OpenTrack();
+    void ReadAll();
+    CWaveformResult Finish();
+
+private:
+    bool cancelled() const { return m_cancel && m_cancel->load(std::memory_order_relaxed); }
+    bool end(WaveformStatus status, const QString &detail = {})
+    {
+        Ended = ended(status, detail);
+        return false;
+    }
+    void report(double done);
+    void drain();
+
+    const std::atomic<bool> *m_cancel;
+    const CWaveformDecoder::ProgressFn &m_progress;
+    std::unique_ptr<AVFormatContext, FormatCloser> m_format;
+    std::unique_ptr<AVCodecContext, CodecFreer> m_decoder;
+    std::unique_ptr<AVPacket, PacketFreer> m_packet { av_packet_alloc() };
+    std::unique_ptr<AVFrame, FrameFreer> m_frame { av_frame_alloc() };
+    CWaveformPeakBuilder m_builder;
+    FrameFeeder m_feeder;
+    int m_index = -1;
+    double m_timeBase = 0;
+    double m_fileStart = 0; // seconds
+    double m_duration = 0; // seconds, 0 when not known
+    int m_lastPercent = -1;
+    bool m_damaged = false;
+    bool m_decodedAny = false;
+    QString m_failure;
+};
+
+bool DecodeRun::Open(const QString &path)
+{
+    AVFormatContext *raw = m_packet && m_frame ? avformat_alloc_context() : nullptr;
     if (!raw)
-        return ended(WaveformStatus::Failed, errorText(AVERROR(ENOMEM)));
+        return end(WaveformStatus::Failed, errorText(AVERROR(ENOMEM)));
     raw->interrupt_callback.callback = interruptCallback;
-    raw->interrupt_callback.opaque = const_cast<std::atomic<bool> *>(cancel);
+    raw->interrupt_callback.opaque = const_cast<std::atomic<bool> *>(m_cancel);
     // Through the file protocol only: a name with a colon is never taken for a URL.
     const QByteArray url = "file:" + QFile::encodeName(path);
     int rc = avformat_open_input(&raw, url.constData(), nullptr, nullptr);
     if (rc < 0) // the library frees the context on failure
-        return ended(cancelled() ? WaveformStatus::Cancelled : WaveformStatus::Failed, errorText(rc));
-    std::unique_ptr<AVFormatContext, FormatCloser> format(raw);
-    rc = avformat_find_stream_info(format.get(), nullptr);
+        return end(cancelled() ? WaveformStatus::Cancelled : WaveformStatus::Failed, errorText(rc));
+    m_format.reset(raw);
+    rc = avformat_find_stream_info(m_format.get(), nullptr);
     if (cancelled())
-        return ended(WaveformStatus::Cancelled);
+        return end(WaveformStatus::Cancelled);
     if (rc < 0)
-        return ended(WaveformStatus::Failed, errorText(rc));
+        return end(WaveformStatus::Failed, errorText(rc));
+    return true;
+}
 
-    int index = -1;
-    for (unsigned i = 0; i < format->nb_streams && index < 0; ++i)
-        if (format->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO)
-            index = int(i);
-    if (index < 0)
-        return ended(WaveformStatus::NoAudio);
+bool DecodeRun::OpenTrack()
+{
+    AVFormatContext &format = *m_format;
     // The player plays the track the file marks as its default; so does the waveform.
-    const int best = av_find_best_stream(format.get(), AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
-    if (best >= 0)
-        index = best;
-    AVStream *stream = format->streams[index];
+    m_index = av_find_best_stream(&format, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
+    if (m_index < 0)
+        return end(WaveformStatus::NoAudio);
+    AVStream *stream = format.streams[m_index];
     const AVCodec *codec = avcodec_find_decoder(stream->codecpar->codec_id);
     if (!codec) {
         const char *name = avcodec_get_name(stream->codecpar->codec_id);
         QString detail = QString::fromLatin1(name ? name : "?");
         if (stream->codecpar->codec_tag)
             detail += QStringLiteral(" (0x%1)").arg(stream->codecpar->codec_tag, 4, 16, QChar(u'0'));
-        return ended(WaveformStatus::Unsupported, detail);
+        return end(WaveformStatus::Unsupported, detail);
     }
-    std::unique_ptr<AVCodecContext, CodecFreer> decoder(avcodec_alloc_context3(codec));
-    if (!decoder || avcodec_parameters_to_context(decoder.get(), stream->codecpar) < 0)
-        return ended(WaveformStatus::Failed, errorText(AVERROR(ENOMEM)));
-    decoder->pkt_timebase = stream->time_base;
-    rc = avcodec_open2(decoder.get(), codec, nullptr);
+    m_decoder.reset(avcodec_alloc_context3(codec));
+    if (!m_decoder || avcodec_parameters_to_context(m_decoder.get(), stream->codecpar) < 0)
+        return end(WaveformStatus::Failed, errorText(AVERROR(ENOMEM)));
+    m_decoder->pkt_timebase = stream->time_base;
+    const int rc = avcodec_open2(m_decoder.get(), codec, nullptr);
     if (rc < 0)
-        return ended(WaveformStatus::Unsupported, QString::fromLatin1(codec->name) + u' ' + errorText(rc));
-    for (unsigned i = 0; i < format->nb_streams; ++i)
-        if (int(i) != index)
-            format->streams[i]->discard = AVDISCARD_ALL;
+        return end(WaveformStatus::Unsupported, QString::fromLatin1(codec->name) + u' ' + errorText(rc));
+    for (unsigned i = 0; i < format.nb_streams; ++i)
+        if (int(i) != m_index)
+            format.streams[i]->discard = AVDISCARD_ALL;
 
     // Times count from the file's start, as the player's position does.
-    const double timeBase = av_q2d(stream->time_base);
-    const double fileStart
-        = format->start_time != AV_NOPTS_VALUE ? format->start_time / double(AV_TIME_BASE) : 0.0;
-    double duration = format->duration > 0 ? format->duration / double(AV_TIME_BASE) : 0.0;
+    m_timeBase = av_q2d(stream->time_base);
+    m_fileStart = format.start_time != AV_NOPTS_VALUE ? format.start_time / double(AV_TIME_BASE) : 0.0;
+    m_duration = format.duration > 0 ? format.duration / double(AV_TIME_BASE) : 0.0;
     if (stream->duration > 0)
-        duration = stream->duration * timeBase;
-
-    CWaveformPeakBuilder builder;
-    builder.Reserve(duration);
+        m_duration = stream->duration * m_timeBase;
+    m_builder.Reserve(m_duration);
     if (stream->start_time != AV_NOPTS_VALUE)
-        builder.SkipTo(stream->start_time * timeBase - fileStart);
-    FrameFeeder feeder(builder);
-    std::unique_ptr<AVPacket, PacketFreer> packet(av_packet_alloc());
-    std::unique_ptr<AVFrame, FrameFreer> frame(av_frame_alloc());
-    if (!packet || !frame)
-        return ended(WaveformStatus::Failed, errorText(AVERROR(ENOMEM)));
+        m_builder.SkipTo(stream->start_time * m_timeBase - m_fileStart);
+    return true;
+}
 
-    int lastPercent = -1;
-    const qint64 fileSize = format->pb ? avio_size(format->pb) : -1;
-    const auto report = [&](double done) {
-        if (!progress)
-            return;
-        const int percent = int(std::clamp(done, 0.0, 1.0) * 100);
-        if (percent > lastPercent) {
-            lastPercent = percent;
-            progress(percent / 100.0);
-        }
-    };
-    bool damaged = false;
-    bool decodedAny = false;
-    QString failure;
-    const auto drain = [&]() {
-        while (avcodec_receive_frame(decoder.get(), frame.get()) >= 0) {
-            const qint64 pts = frame->best_effort_timestamp;
-            if (pts != AV_NOPTS_VALUE) {
-                // A time stamp past the stated end is damage, not a gap to fill.
-                const double at = pts * timeBase - fileStart;
-                if (at - builder.Time() > GapSeconds && (duration <= 0 || at < duration))
-                    builder.SkipTo(at);
-            }
-            if (!feeder.Feed(*frame))
-                damaged = true;
-            else
-                decodedAny = true;
-            av_frame_unref(frame.get());
-        }
-    };
+void DecodeRun::report(double done)
+{
+    const int percent = int(std::clamp(done, 0.0, 1.0) * 100);
+    if (m_progress && percent > m_lastPercent) {
+        m_lastPercent = percent;
+        m_progress(percent / 100.0);
+    }
+}
 
+void DecodeRun::drain()
+{
+    while (avcodec_receive_frame(m_decoder.get(), m_frame.get()) >= 0) {
+        const qint64 pts = m_frame->best_effort_timestamp;
+        if (pts != AV_NOPTS_VALUE) {
+            // A time stamp past the stated end is damage, not a gap to fill.
+            const double at = pts * m_timeBase - m_fileStart;
+            if (at - m_builder.Time() > GapSeconds && (m_duration <= 0 || at < m_duration))
+                m_builder.SkipTo(at);
+        }
+        if (m_feeder.Feed(*m_frame))
+            m_decodedAny = true;
+        else
+            m_damaged = true;
+        av_frame_unref(m_frame.get());
+    }
+}
+
+void DecodeRun::ReadAll()
+{
+    const qint64 fileSize = m_format->pb ? avio_size(m_format->pb) : -1;
     report(0);
     for (;;) {
-        if (cancelled())
-            return ended(WaveformStatus::Cancelled);
-        rc = av_read_frame(format.get(), packet.get());
+        if (cancelled()) {
+            end(WaveformStatus::Cancelled);
+            return;
+        }
+        const int rc = av_read_frame(m_format.get(), m_packet.get());
         if (rc < 0) {
             if (rc != AVERROR_EOF) {
-                damaged = true;
-                failure = errorText(rc);
+                m_damaged = true;
+                m_failure = errorText(rc);
             }
             break;
         }
-        if (packet->stream_index == index) {
+        if (m_packet->stream_index == m_index) {
             // A packet the decoder refuses is a damaged spot: skip it and go on.
-            if (avcodec_send_packet(decoder.get(), packet.get()) < 0)
-                damaged = true;
+            if (avcodec_send_packet(m_decoder.get(), m_packet.get()) < 0)
+                m_damaged = true;
             else
                 drain();
-            if (duration > 0)
-                report(builder.Time() / duration);
+            if (m_duration > 0)
+                report(m_builder.Time() / m_duration);
             else if (fileSize > 0)
-                report(double(avio_tell(format->pb)) / fileSize);
+                report(double(avio_tell(m_format->pb)) / fileSize);
         }
-        av_packet_unref(packet.get());
+        av_packet_unref(m_packet.get());
     }
-    if (cancelled())
-        return ended(WaveformStatus::Cancelled);
-    avcodec_send_packet(decoder.get(), nullptr);
+    if (cancelled()) {
+        end(WaveformStatus::Cancelled);
+        return;
+    }
+    avcodec_send_packet(m_decoder.get(), nullptr);
     drain();
+}
 
-    if (!decodedAny)
-        return ended(WaveformStatus::Failed, failure.isEmpty() ? errorText(AVERROR_INVALIDDATA) : failure);
+CWaveformResult DecodeRun::Finish()
+{
+    if (!m_decodedAny)
+        return ended(
+            WaveformStatus::Failed, m_failure.isEmpty() ? errorText(AVERROR_INVALIDDATA) : m_failure);
     // A length guessed from the bit rate is no proof that audio is missing.
-    const bool shortOfLength = duration > 0 && builder.Time() < duration - MissingSeconds
-        && (damaged || format->duration_estimation_method != AVFMT_DURATION_FROM_BITRATE);
+    const bool shortOfLength = m_duration > 0 && m_builder.Time() < m_duration - MissingSeconds
+        && (m_damaged || m_format->duration_estimation_method != AVFMT_DURATION_FROM_BITRATE);
     CWaveformResult result;
     result.Status = shortOfLength ? WaveformStatus::Partial : WaveformStatus::Ready;
-    result.Peaks = std::make_shared<const CWaveformPeaks>(builder.Take());
+    result.Peaks = std::make_shared<const CWaveformPeaks>(m_builder.Take());
     report(1);
     return result;
+}
+
+} // namespace
+
+CWaveformResult CWaveformDecoder::Decode(
+    const QString &path, const std::atomic<bool> *cancel, const ProgressFn &progress)
+{
+    av_log_set_level(AV_LOG_QUIET);
+    DecodeRun run(cancel, progress);
+    if (run.Open(path) && run.OpenTrack())
+        run.ReadAll();
+    return run.Ended ? *run.Ended : run.Finish();
 }
