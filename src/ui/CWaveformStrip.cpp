@@ -1,5 +1,6 @@
 #include "ui/CWaveformStrip.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -82,8 +83,11 @@ void CWaveformStrip::setPosition(double seconds)
 
 void CWaveformStrip::setActiveSpan(std::optional<WaveformSpan> span)
 {
+    // The owner may refresh the span while an edge is held; the drag goes on unless the
+    // line is gone.
     m_active = span;
-    m_drag = WaveformEdge::None;
+    if (!m_active)
+        m_drag = WaveformEdge::None;
     update();
 }
 
@@ -337,6 +341,16 @@ void CWaveformStrip::mouseDoubleClickEvent(QMouseEvent *event)
         emit PlaySpanRequested(m_active->Start, m_active->End);
     else
         QWidget::mouseDoubleClickEvent(event);
+}
+
+void CWaveformStrip::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && m_drag != WaveformEdge::None) {
+        m_drag = WaveformEdge::None; // the edge goes back to where it was
+        update();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 void CWaveformStrip::wheelEvent(QWheelEvent *event)

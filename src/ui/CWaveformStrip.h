@@ -16,7 +16,8 @@
 // line; when there is none to show, one line of text says why. The owner sets every
 // value; the strip only draws them and turns the mouse into requests: a click seeks, an
 // edge of the active span dragged to a new time sets that time, a double-click plays the
-// span. Ctrl+wheel zooms, Shift+wheel scrolls.
+// span; Escape lets go of a held edge without a change. Ctrl+wheel zooms, Shift+wheel
+// scrolls.
 class CWaveformStrip : public QWidget
 {
     Q_OBJECT
@@ -52,6 +53,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     // The active span as drawn: with the dragged edge where the mouse has it.

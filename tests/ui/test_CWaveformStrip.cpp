@@ -54,15 +54,26 @@ TEST(CWaveformStrip, ClickSeeksDragSetsAnEdgeDoubleClickPlays)
     EXPECT_EQ(s.dragged.at(1).at(0).value<WaveformEdge>(), WaveformEdge::Start);
     EXPECT_DOUBLE_EQ(s.dragged.at(1).at(1).toDouble(), 22.34);
 
-    // An edge let go where it was taken is no change.
+    // An edge let go where it was taken is no change, nor is one let go after Escape; a
+    // span refreshed by the owner meanwhile does not end the drag.
     s.strip.setActiveSpan(WaveformSpan { 18, 21 });
     QTest::mousePress(&s.strip, Qt::LeftButton, {}, QPoint(300, 50));
     QTest::mouseRelease(&s.strip, Qt::LeftButton, {}, QPoint(300, 50));
+    QTest::mousePress(&s.strip, Qt::LeftButton, {}, QPoint(300, 50));
+    QTest::mouseMove(&s.strip, QPoint(200, 50));
+    QTest::keyClick(&s.strip, Qt::Key_Escape);
+    QTest::mouseRelease(&s.strip, Qt::LeftButton, {}, QPoint(200, 50));
     EXPECT_EQ(s.dragged.count(), 2);
+    QTest::mousePress(&s.strip, Qt::LeftButton, {}, QPoint(300, 50));
+    s.strip.setActiveSpan(WaveformSpan { 18, 21 });
+    QTest::mouseRelease(&s.strip, Qt::LeftButton, {}, QPoint(200, 50));
+    ASSERT_EQ(s.dragged.count(), 3);
+    EXPECT_DOUBLE_EQ(s.dragged.at(2).at(1).toDouble(), 17);
+    EXPECT_EQ(s.seek.count(), 1); // letting go of an edge never seeks
 
     QTest::mouseDClick(&s.strip, Qt::LeftButton, {}, QPoint(450, 50));
     ASSERT_EQ(s.play.count(), 1);
-    EXPECT_DOUBLE_EQ(s.play.at(0).at(0).toDouble(), 18);
+    EXPECT_DOUBLE_EQ(s.play.at(0).at(0).toDouble(), 17);
     EXPECT_DOUBLE_EQ(s.play.at(0).at(1).toDouble(), 21);
 }
 
