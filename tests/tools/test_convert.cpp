@@ -223,4 +223,18 @@ TEST_F(Convert, StatusAndMessages)
     }
 }
 
+// The converter starts without the graphics or media libraries that the core can use:
+// the linker drops them when nothing it links needs them.
+TEST_F(Convert, LoadsNoGraphicsOrMediaLibrary)
+{
+    QProcess ldd;
+    ldd.start(QStringLiteral("ldd"), { tool() });
+    if (!ldd.waitForFinished(30000) || ldd.exitCode() != 0)
+        GTEST_SKIP() << "ldd is not available";
+    const QString libraries = QString::fromLocal8Bit(ldd.readAllStandardOutput());
+    ASSERT_TRUE(libraries.contains(QStringLiteral("libQt6Core")));
+    for (const char *unwanted : { "libQt6Gui", "libavformat", "libavcodec", "libswresample", "libavutil" })
+        EXPECT_FALSE(libraries.contains(QString::fromLatin1(unwanted))) << unwanted;
+}
+
 } // namespace
