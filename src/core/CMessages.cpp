@@ -48,8 +48,10 @@ void CMessages::Init()
     setFileName({});
     setContent(DefaultMessageText());
     // English replaces every built-in text; "Message.txt" still has the last word.
-    if (InterfaceLanguage() == u"en")
+    const bool english = InterfaceLanguage() == u"en";
+    if (english)
         setContent(EnglishMessageText());
+    setContent(OwnMessageText(english));
     const QString path = ProgramFolder() + QStringLiteral("Message.txt");
     if (QFileInfo::exists(path)) {
         const TextFileRead file = ReadTextStream(path, -2);

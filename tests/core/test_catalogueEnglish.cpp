@@ -65,6 +65,29 @@ TEST(EnglishCatalogue, EveryBuiltInKeyHasAnEnglishTextWithTheSameMarks)
             << c.English.At(i)->MessageID.toStdString() << " is not a key of the built-in catalogue";
 }
 
+// The texts of our own additions: each in both languages, with the same place-holders, and
+// none taking a key of the built-in catalogue.
+TEST(OwnTexts, EveryKeyHasBothLanguagesAndNoneShadowsTheCatalogue)
+{
+    ParsedCatalogues c;
+    CMessages zh, en;
+    zh.setContent(OwnMessageText(false));
+    en.setContent(OwnMessageText(true));
+    ASSERT_EQ(zh.Count(), en.Count());
+    static const QRegularExpression placeHolders(QStringLiteral("%\\d"));
+    for (qsizetype i = 0; i < zh.Count(); ++i) {
+        const QString key = zh.At(i)->MessageID;
+        CMessage *english = en.item(key);
+        ASSERT_NE(english, nullptr) << key.toStdString();
+        EXPECT_TRUE(key.startsWith(u"VELMAR_")) << key.toStdString();
+        EXPECT_FALSE(c.Chinese.Exists(key)) << key.toStdString() << " is a key of the built-in catalogue";
+        EXPECT_FALSE(zh.At(i)->Content().isEmpty() || english->Content().isEmpty()) << key.toStdString();
+        EXPECT_EQ(zh.At(i)->Content().count(placeHolders), english->Content().count(placeHolders))
+            << key.toStdString();
+        EXPECT_EQ(marks(zh.At(i)->Content()), marks(english->Content())) << key.toStdString();
+    }
+}
+
 class InterfaceLanguage : public ::testing::Test
 {
 protected:
@@ -128,5 +151,10 @@ TEST_F(InterfaceLanguage, StoreAndRunChooseMessageFileStillWins)
     EXPECT_EQ(menuFile(), QStringLiteral("Datei"));
     EXPECT_EQ(Msg(QStringLiteral("MENU_OPTION_000")), QStringLiteral("Options"));
     EXPECT_EQ(Msg(QStringLiteral("MENU_TIMING_501")), QStringLiteral("MESSAGE ERROR"));
+    // Our own texts follow the language and give way to "Message.txt" alike.
+    EXPECT_EQ(Msg(QStringLiteral("VELMAR_WAVE_200")), QStringLiteral("This file has no audio track"));
+    writeMessageFile("VELMAR_WAVE_200 = keine Tonspur\r\n");
+    LoadMessages();
+    EXPECT_EQ(Msg(QStringLiteral("VELMAR_WAVE_200")), QStringLiteral("keine Tonspur"));
     EXPECT_EQ(Messages->FileName(), QStringLiteral("Message.txt"));
 }

@@ -1,0 +1,36 @@
+#include "core/basMessage.h"
+
+#include <QStringBuilder>
+
+// Texts of Velmar's own additions (the waveform, the subtitle overlay, undo, the modern-files
+// option ...), each in Chinese and in English. They are loaded after the built-in
+// catalogue and before "Message.txt", so a "Message.txt" can replace them like any other
+// text; the built-in catalogue itself stays as the program ships it.
+namespace {
+
+struct OwnText
+{
+    const char16_t *Key;
+    const char16_t *Chinese;
+    const char16_t *English;
+};
+
+// Keys are VELMAR_<AREA>_<NNN>. Add a new text at the end of its area.
+const OwnText OwnTexts[] = {
+    { u"VELMAR_WAVE_100", u"音频数据不完整，波形只到 %1", u"The audio ends early: the waveform stops at %1" },
+    { u"VELMAR_WAVE_200", u"此文件没有音轨", u"This file has no audio track" },
+    { u"VELMAR_WAVE_300", u"不支持此音频编码：%1", u"This audio codec is not supported: %1" },
+    { u"VELMAR_WAVE_400", u"无法读取音频：%1", u"The audio cannot be read: %1" },
+    { u"VELMAR_WAVE_500", u"正在读取音频波形… %1%", u"Reading the audio waveform… %1%" },
+};
+
+} // namespace
+
+QString OwnMessageText(bool english)
+{
+    QString text = QStringLiteral("<Velmar>");
+    for (const OwnText &own : OwnTexts)
+        text += QStringLiteral("\r\n") % QString::fromUtf16(own.Key) % QStringLiteral(" = ")
+            % QString::fromUtf16(english ? own.English : own.Chinese);
+    return text;
+}
