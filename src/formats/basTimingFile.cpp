@@ -9,30 +9,30 @@
 
 namespace basTimingFile {
 
-qint32 OpenTypeFromExtension(const QString &fileName)
+ScriptType OpenTypeFromExtension(const QString &fileName)
 {
     const qsizetype dot = fileName.lastIndexOf(u'.');
     const qsizetype slash = qMax(fileName.lastIndexOf(u'/'), fileName.lastIndexOf(u'\\'));
     if (dot < 0 || dot < slash)
-        return 7;
+        return ScriptType::DialogueText;
     const QString ext = fileName.mid(dot + 1).toUpper();
     if (ext == u"TXT")
-        return 7;
+        return ScriptType::DialogueText;
     if (ext == u"SSA")
-        return 1;
+        return ScriptType::SSA;
     if (ext == u"ASS")
-        return 2;
+        return ScriptType::ASS;
     if (ext == u"SMI")
-        return 3;
+        return ScriptType::SAMI;
     if (ext == u"SRT")
-        return 4;
+        return ScriptType::SRT;
     if (ext == u"LRC")
-        return 8;
+        return ScriptType::LRC;
     if (ext == u"SST")
-        return 9;
+        return ScriptType::SST;
     if (ext == u"SMP")
-        return 5;
-    return 7;
+        return ScriptType::SMP;
+    return ScriptType::DialogueText;
 }
 
 // The document's own grid, if it has one, takes the lines just read. A body of another
@@ -46,18 +46,18 @@ static void loadGrid(CTiming &doc)
 }
 
 // The text into the document (and its grid unless it is plain text), left unchanged.
-static void takeText(CTiming &doc, qint32 type, const QString &text)
+static void takeText(CTiming &doc, ScriptType type, const QString &text)
 {
     doc.setScriptType(type);
     doc.setContent(text);
-    if (type != 7)
+    if (type != ScriptType::DialogueText)
         loadGrid(doc);
     doc.setChanged(false);
 }
 
 // The name is recorded as opened, and goes into the recent files unless it is the
 // start-up script.
-static void recordOpened(CTiming &doc, const QString &fileName, qint32 type)
+static void recordOpened(CTiming &doc, const QString &fileName, ScriptType type)
 {
     doc.setFileName(fileName);
     const bool initScript = fileName.endsWith(QStringLiteral("/Init.ass"), Qt::CaseInsensitive)
@@ -72,16 +72,16 @@ static OpenResult unreadable(const QString &fileName)
     return OpenResult::Unreadable;
 }
 
-void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode)
+void ReadIntoDocument(CTiming &doc, ScriptType type, const QString &text, bool unicode)
 {
-    doc.FileCode = unicode ? -1 : 0;
-    doc.TimingOption = 255;
+    doc.FileCode = unicode ? FileCode::Unicode : FileCode::ANSI;
+    doc.TimingOption = SaveOption::Whole;
     takeText(doc, type, text);
 }
 
-OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
+OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, std::optional<ScriptType> openAs)
 {
-    const qint32 type = openAs >= 0 ? openAs : OpenTypeFromExtension(fileName);
+    const ScriptType type = openAs ? *openAs : OpenTypeFromExtension(fileName);
     const WholeFileRead read = ReadWholeFile(fileName, false);
     if (!read.Ok)
         return unreadable(fileName);
@@ -93,7 +93,7 @@ OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
 }
 
 OpenResult OpenWithOptions(
-    CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode, qint32 timingOption)
+    CTiming &doc, const QString &fileName, ScriptType type, FileCode fileCode, qint32 timingOption)
 {
     const TextFileRead read = ReadTextStream(fileName, fileCode);
     if (!read.Ok)
@@ -110,13 +110,13 @@ OpenResult OpenWithOptions(
 void PrepareSave(CFileOptionModel &model, CTiming &doc)
 {
     model.Init();
-    model.ParentWindowType = 0;
+    model.ParentWindowType = ParentWindowType::Timing;
     model.TimingDocument = &doc;
     model.FileName = doc.FileName();
     model.FileCode = doc.FileCode;
     model.TimingOption = doc.TimingOption;
     model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
-    model.setOperation(2);
+    model.setOperation(FileOperation::Save);
     model.setTimeFormat(doc.TimeFormat());
     model.UpdateContentByClass();
 }
@@ -137,12 +137,12 @@ bool SaveWithOptions(CTiming &doc, const QString &fileName, const SaveChoice &ch
     model.Init();
     // Every choice below would remake the preview; it is made once, at the end.
     model.AutoUpdate = false;
-    model.ParentWindowType = 0;
+    model.ParentWindowType = ParentWindowType::Timing;
     model.TimingDocument = &doc;
     model.BackupBeforeSave = choice.Backup;
     model.TimingOption = choice.TimingOption;
     model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
-    model.setOperation(2);
+    model.setOperation(FileOperation::Save);
     model.setSubTypeButton(choice.SubType);
     model.ClickFileType(choice.Type);
     model.setTimeFormat(choice.TimeFormat);

@@ -12,20 +12,20 @@
 
 #include <QStringList>
 
-DocumentWindowKind WindowKindOfType(int fileType)
+DocumentWindowKind WindowKindOfType(ScriptType fileType)
 {
     switch (fileType) {
-    case 0:
-    case 6:
+    case ScriptType::Plain:
+    case ScriptType::RichText:
         return DocumentWindowKind::Translate;
-    case 1:
-    case 2:
-    case 3:
-    case 4:
-    case 5:
-    case 7:
+    case ScriptType::SSA:
+    case ScriptType::ASS:
+    case ScriptType::SAMI:
+    case ScriptType::SRT:
+    case ScriptType::SMP:
+    case ScriptType::DialogueText:
         return DocumentWindowKind::Timing;
-    case 100:
+    case ScriptType::Video:
         return DocumentWindowKind::Player;
     default:
         return DocumentWindowKind::None;
@@ -73,25 +73,26 @@ QString RefusedFileMessage(const QString &fileName)
     return QStringLiteral("请使用文件打开菜单来打开这个文件: ") + fileName;
 }
 
-QString FileDialogFilterKey(int action, int kind)
+QString FileDialogFilterKey(FileOperation action, ScriptType kind)
 {
-    if (kind == 0 || kind == 6)
+    const qint32 k = qint32(kind);
+    if (kind == ScriptType::Plain || kind == ScriptType::RichText)
         return QStringLiteral("COMM_MSG_202");
-    if (kind >= 1 && kind <= 5 && action == 1)
+    if (k >= 1 && k <= 5 && action == FileOperation::Open)
         return QStringLiteral("COMM_MSG_203");
-    if (kind >= 1 && kind <= 5 && action == 2)
+    if (k >= 1 && k <= 5 && action == FileOperation::Save)
         return QStringLiteral("COMM_MSG_204");
-    if (kind == 9)
+    if (kind == ScriptType::SST)
         return QStringLiteral("COMM_MSG_207");
-    if (kind == 100)
+    if (kind == ScriptType::Video)
         return QStringLiteral("COMM_MSG_205");
     return QStringLiteral("COMM_MSG_206");
 }
 
-QString ShowFileDialog(int action, int kind, const QString &fileName)
+QString ShowFileDialog(FileOperation action, ScriptType kind, const QString &fileName)
 {
     const QString filter = Msg(FileDialogFilterKey(action, kind));
-    if (action == 2)
+    if (action == FileOperation::Save)
         return Prompt().SaveFileName(QString(), filter, nullptr, fileName);
     return Prompt().OpenFileName(QString(), filter, nullptr, fileName);
 }

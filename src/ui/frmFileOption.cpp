@@ -70,24 +70,24 @@ QCheckBox *frmFileOption::box(const char *name, const QString &text)
         if (m_refreshing)
             return;
         static const QList<std::pair<const char *, qint32>> timing = {
-            { "chkTitle", CFileOptionModel::OptTitle },
-            { "chkFont", CFileOptionModel::OptFont },
-            { "chkStart", CFileOptionModel::OptStart },
-            { "chkEnd", CFileOptionModel::OptEnd },
-            { "chkDialog", CFileOptionModel::OptDialog },
-            { "chkDialogEffect", CFileOptionModel::OptDialogEffect },
-            { "chkOtherCol", CFileOptionModel::OptOtherCol },
+            { "chkTitle", SaveOption::Head },
+            { "chkFont", SaveOption::Styles },
+            { "chkStart", SaveOption::StartTime },
+            { "chkEnd", SaveOption::EndTime },
+            { "chkDialog", SaveOption::Dialog },
+            { "chkDialogEffect", SaveOption::DialogTags },
+            { "chkOtherCol", SaveOption::OtherColumns },
         };
         static const QList<std::pair<const char *, qint32>> change = {
-            { "chkText", CFileOptionModel::ChgText },
-            { "chkColor", CFileOptionModel::ChgColor },
-            { "chkFontName", CFileOptionModel::ChgFontName },
-            { "chkFontSize", CFileOptionModel::ChgFontSize },
-            { "chkThrough", CFileOptionModel::ChgThrough },
-            { "chkUnderline", CFileOptionModel::ChgUnderline },
-            { "chkBold", CFileOptionModel::ChgBold },
-            { "chkItaric", CFileOptionModel::ChgItaric },
-            { "chkBlackWhite", CFileOptionModel::ChgBlackWhite },
+            { "chkText", ChangeOption::Text },
+            { "chkColor", ChangeOption::Color },
+            { "chkFontName", ChangeOption::FontName },
+            { "chkFontSize", ChangeOption::FontSize },
+            { "chkThrough", ChangeOption::Through },
+            { "chkUnderline", ChangeOption::Underline },
+            { "chkBold", ChangeOption::Bold },
+            { "chkItaric", ChangeOption::Italic },
+            { "chkBlackWhite", ChangeOption::BlackWhite },
         };
         const QString name = c->objectName();
         for (const auto &[n, bit] : timing)
@@ -222,7 +222,7 @@ frmFileOption::frmFileOption(QWidget *parent)
     resize(860, 600);
 
     connect(optFileType, &QButtonGroup::idClicked, this, [this](int id) {
-        Model.ClickFileType(id);
+        Model.ClickFileType(ScriptType(id));
         changed();
     });
     connect(optFileSubType, &QButtonGroup::idClicked, this, [this](int id) {
@@ -274,7 +274,7 @@ void frmFileOption::Refresh()
     m_refreshing = true;
     const CFileOptionModel::Enabled &on = Model.EnabledState();
     setWindowTitle(Model.Caption());
-    const bool timing = Model.ParentWindowType != 1;
+    const bool timing = Model.ParentWindowType != ParentWindowType::Translate;
     fraTimingOption->setVisible(timing);
     fraTranslateOption->setVisible(!timing);
     // A translation window offers its two kinds only.
@@ -282,18 +282,18 @@ void frmFileOption::Refresh()
         const int id = optFileType->id(b);
         b->setVisible(timing ? id != 0 && id != 6 : id == 0 || id == 6);
     }
-    SetGroup(optFileType, Model.ScriptType(), on.FileType);
+    SetGroup(optFileType, int(Model.ScriptType()), on.FileType);
     SetGroup(optFileSubType, Model.SubTypeButton(), on.FileSubType);
     SetGroup(optCodeType, CFileOptionModel::CodeTypeIndex(Model.FileCode), on.CodeType);
     SetGroup(optOpenMode, Model.OpenMode, on.OpenMode);
     const QList<std::pair<QCheckBox *, qint32>> timingBoxes = {
-        { chkTitle, CFileOptionModel::OptTitle },
-        { chkFont, CFileOptionModel::OptFont },
-        { chkStart, CFileOptionModel::OptStart },
-        { chkEnd, CFileOptionModel::OptEnd },
-        { chkDialog, CFileOptionModel::OptDialog },
-        { chkDialogEffect, CFileOptionModel::OptDialogEffect },
-        { chkOtherCol, CFileOptionModel::OptOtherCol },
+        { chkTitle, SaveOption::Head },
+        { chkFont, SaveOption::Styles },
+        { chkStart, SaveOption::StartTime },
+        { chkEnd, SaveOption::EndTime },
+        { chkDialog, SaveOption::Dialog },
+        { chkDialogEffect, SaveOption::DialogTags },
+        { chkOtherCol, SaveOption::OtherColumns },
     };
     for (const auto &[c, bit] : timingBoxes) {
         c->setChecked((Model.TimingOption & bit) != 0);
@@ -302,20 +302,20 @@ void frmFileOption::Refresh()
     chkDialogEffect->setEnabled(on.DialogEffect);
     cmbTimeFormat->setCurrentIndex(Model.TimeFormat());
     const QList<std::pair<QCheckBox *, qint32>> changeBoxes = {
-        { chkText, CFileOptionModel::ChgText },
-        { chkColor, CFileOptionModel::ChgColor },
-        { chkFontName, CFileOptionModel::ChgFontName },
-        { chkFontSize, CFileOptionModel::ChgFontSize },
-        { chkThrough, CFileOptionModel::ChgThrough },
-        { chkUnderline, CFileOptionModel::ChgUnderline },
-        { chkBold, CFileOptionModel::ChgBold },
-        { chkItaric, CFileOptionModel::ChgItaric },
-        { chkBlackWhite, CFileOptionModel::ChgBlackWhite },
+        { chkText, ChangeOption::Text },
+        { chkColor, ChangeOption::Color },
+        { chkFontName, ChangeOption::FontName },
+        { chkFontSize, ChangeOption::FontSize },
+        { chkThrough, ChangeOption::Through },
+        { chkUnderline, ChangeOption::Underline },
+        { chkBold, ChangeOption::Bold },
+        { chkItaric, ChangeOption::Italic },
+        { chkBlackWhite, ChangeOption::BlackWhite },
     };
     for (const auto &[c, bit] : changeBoxes)
         c->setChecked((Model.ChangeOption & bit) != 0);
     chkBlackWhite->setEnabled(on.BlackWhite);
-    chkChangeTable->setChecked((Model.TranslateOption & CFileOptionModel::TranslateChangeTable) != 0);
+    chkChangeTable->setChecked((Model.TranslateOption & TranslateOption::ChangeTable) != 0);
     chkDelSpace->setChecked(Model.DelSpace);
     chkDelSpace->setEnabled(on.DelSpace);
     chkSpaceAsReturn->setChecked(Model.SpaceAsReturn);

@@ -369,7 +369,7 @@ TEST_F(ShellWindows, RecentEntriesShowAndOpen)
     EXPECT_TRUE(frame->mnuFileRecent.first()->isVisible());
     EXPECT_EQ(frame->mnuFileRecent.first()->text(), QStringLiteral("1: 动画: /v/clip.avi"));
 
-    recent.InsertRecentFileList(QStringLiteral("/w/a.srt"), 4);
+    recent.InsertRecentFileList(QStringLiteral("/w/a.srt"), ScriptType::SRT);
     ASSERT_EQ(frame->mnuFileRecent.size(), 3);
     EXPECT_EQ(frame->mnuFileRecent[0]->text(), QStringLiteral("1: 时间轴: /w/a.srt"));
     EXPECT_FALSE(frame->mnuFileRecent[2]->isVisible());
@@ -531,7 +531,7 @@ TEST_F(ShellWindows, RecentChangesAreAnnouncedToOtherWindows)
     frame->AttachRecentFile(&recent);
     QSignalSpy changed(frame.get(), &MdiVelmar::RecentFilesChanged);
     recent.Init(2);
-    recent.InsertRecentFileList(QStringLiteral("/w/d.rtf"), 6);
+    recent.InsertRecentFileList(QStringLiteral("/w/d.rtf"), ScriptType::RichText);
     EXPECT_GE(changed.size(), 2);
     ASSERT_EQ(frame->RecentEntries().size(), 2u);
     EXPECT_EQ(frame->RecentEntries()[0].Caption, QStringLiteral("1: 翻译: /w/d.rtf"));
