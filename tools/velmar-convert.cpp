@@ -4,6 +4,7 @@
 #include "core/IPrompt.h"
 #include "core/basMain.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/basFileTypes.h"
 #include "formats/basTimingFile.h"
 #include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
@@ -83,21 +84,6 @@ public:
     std::optional<PromptFont> ChooseFont(const PromptFont &) override { return std::nullopt; }
 };
 
-std::optional<ScriptType> parseType(const QString &text)
-{
-    static const QStringList names = { QStringLiteral("events"), QStringLiteral("ssa"), QStringLiteral("ass"),
-        QStringLiteral("smi"), QStringLiteral("srt"), QStringLiteral("smp"), QString(), QStringLiteral("txt"),
-        QStringLiteral("lrc"), QStringLiteral("sst") };
-    bool ok = false;
-    const int number = text.toInt(&ok);
-    if (ok)
-        return number >= 0 && number <= 9 ? std::optional<ScriptType>(ScriptType(number)) : std::nullopt;
-    const qsizetype index = names.indexOf(text.toLower());
-    if (index < 0 || text.isEmpty())
-        return std::nullopt;
-    return ScriptType(index);
-}
-
 std::optional<qint32> parseRange(const QString &text, int low, int high)
 {
     bool ok = false;
@@ -155,10 +141,10 @@ std::optional<int> parse(const QStringList &args, Options &o)
         const QString v = args[++i];
         std::optional<qint32> n;
         if (a == u"--to") {
-            if (!(o.To = parseType(v)))
+            if (!(o.To = TypeOfShortName(v)))
                 return usage(QStringLiteral("unknown type: ") + v);
         } else if (a == u"--open-as") {
-            if (!(o.OpenAs = parseType(v)))
+            if (!(o.OpenAs = TypeOfShortName(v)))
                 return usage(QStringLiteral("unknown type: ") + v);
         } else if (a == u"--sub-type") {
             if (!(n = parseRange(v, 0, 1)))

@@ -4,6 +4,7 @@
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
+#include "formats/basFileTypes.h"
 #include "script/CTiming.h"
 #include "shell/CRecentFile.h"
 #include "shell/basBackup.h"
@@ -14,15 +15,6 @@
 namespace {
 
 const QString crlf = QStringLiteral("\r\n");
-
-// The position of the extension's "." in a path, -1 when the file name has none (a "."
-// in a folder name does not count).
-qsizetype extensionDot(const QString &path)
-{
-    const qsizetype dot = path.lastIndexOf(u'.');
-    const qsizetype slash = qMax(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
-    return dot > slash ? dot : -1;
-}
 
 QString text(const char16_t *s)
 {
@@ -122,7 +114,7 @@ void CFileOptionModel::ClickFileType(::ScriptType type)
     m_enabled.FileSubType = type == ScriptType::SMP;
 
     if (m_operation == FileOperation::Save && !FileName.isEmpty()) {
-        const qsizetype dot = extensionDot(FileName);
+        const qsizetype dot = ExtensionDot(FileName);
         const QString stem = dot < 0 ? FileName : FileName.left(dot);
         FileName = stem + ExtensionOfType(type);
     }
@@ -231,47 +223,16 @@ void CFileOptionModel::setChangeTable(bool on)
 
 QString CFileOptionModel::ExtensionOfType(::ScriptType type)
 {
-    switch (type) {
-    case ScriptType::SSA:
-        return QStringLiteral(".ssa");
-    case ScriptType::ASS:
-        return QStringLiteral(".ass");
-    case ScriptType::SAMI:
-        return QStringLiteral(".smi");
-    case ScriptType::SRT:
-        return QStringLiteral(".srt");
-    case ScriptType::RichText:
-        return QStringLiteral(".rtf");
-    case ScriptType::LRC:
-        return QStringLiteral(".lrc");
-    case ScriptType::SST:
-        return QStringLiteral(".sst");
-    default:
-        return QStringLiteral(".txt");
-    }
+    return SaveExtensionOf(type);
 }
 
 ::ScriptType CFileOptionModel::TypeOfFileName(const QString &fileName, bool timingWindow)
 {
-    const qsizetype dot = extensionDot(fileName);
+    const qsizetype dot = ExtensionDot(fileName);
     if (dot < 0)
         return ScriptType::Plain;
-    const QString ext = fileName.mid(dot + 1).toUpper();
-    ::ScriptType type = timingWindow ? ScriptType::DialogueText : ScriptType::Plain;
-    if (ext == u"SSA")
-        type = ScriptType::SSA;
-    else if (ext == u"ASS")
-        type = ScriptType::ASS;
-    else if (ext == u"SMI")
-        type = ScriptType::SAMI;
-    else if (ext == u"SRT")
-        type = ScriptType::SRT;
-    else if (ext == u"RTF" || ext == u"DOC")
-        type = ScriptType::RichText;
-    else if (ext == u"LRC")
-        type = ScriptType::LRC;
-    else if (ext == u"SST")
-        type = ScriptType::SST;
+    ::ScriptType type = PickedTypeOfExtension(fileName.mid(dot + 1).toUpper())
+                            .value_or(timingWindow ? ScriptType::DialogueText : ScriptType::Plain);
     if (!timingWindow && type != ScriptType::RichText)
         type = ScriptType::Plain;
     return type;
@@ -279,17 +240,13 @@ QString CFileOptionModel::ExtensionOfType(::ScriptType type)
 
 void CFileOptionModel::SelectFileDialog()
 {
-    QString filterKey;
-    if (ParentWindowType != ::ParentWindowType::Timing)
-        filterKey = QStringLiteral("COMM_MSG_202");
-    else if (m_scriptType == ScriptType::SST)
-        filterKey = QStringLiteral("COMM_MSG_207");
-    else if (m_scriptType == ScriptType::SMP || m_scriptType == ScriptType::DialogueText)
-        filterKey = QStringLiteral("COMM_MSG_206");
-    else
-        filterKey = m_operation == FileOperation::Open ? QStringLiteral("COMM_MSG_203")
-                                                       : QStringLiteral("COMM_MSG_204");
-    const QString filter = Msg(filterKey);
+    const FileTypeRow *row = FileTypeOf(m_scriptType);
+    const FileFilter kind = ParentWindowType != ::ParentWindowType::Timing ? FileFilter::Translation
+        : row                                                              ? row->OptionFilter
+                                                                           : FileFilter::Subtitles;
+    // A conversion offers the save list of subtitles.
+    const QString filter = Msg(
+        FilterKey(kind, m_operation == FileOperation::Open ? FileOperation::Open : FileOperation::Save));
     const QString name = m_operation == FileOperation::Open
         ? Prompt().OpenFileName(m_caption, filter, nullptr, FileName)
         : Prompt().SaveFileName(m_caption, filter, nullptr, FileName);

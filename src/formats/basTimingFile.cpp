@@ -3,6 +3,7 @@
 #include "core/IPrompt.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/basFileTypes.h"
 #include "script/CTiming.h"
 #include "shell/CRecentFile.h"
 #include "timing/CTimingGrid.h"
@@ -11,28 +12,10 @@ namespace basTimingFile {
 
 ScriptType OpenTypeFromExtension(const QString &fileName)
 {
-    const qsizetype dot = fileName.lastIndexOf(u'.');
-    const qsizetype slash = qMax(fileName.lastIndexOf(u'/'), fileName.lastIndexOf(u'\\'));
-    if (dot < 0 || dot < slash)
+    const qsizetype dot = ExtensionDot(fileName);
+    if (dot < 0)
         return ScriptType::DialogueText;
-    const QString ext = fileName.mid(dot + 1).toUpper();
-    if (ext == u"TXT")
-        return ScriptType::DialogueText;
-    if (ext == u"SSA")
-        return ScriptType::SSA;
-    if (ext == u"ASS")
-        return ScriptType::ASS;
-    if (ext == u"SMI")
-        return ScriptType::SAMI;
-    if (ext == u"SRT")
-        return ScriptType::SRT;
-    if (ext == u"LRC")
-        return ScriptType::LRC;
-    if (ext == u"SST")
-        return ScriptType::SST;
-    if (ext == u"SMP")
-        return ScriptType::SMP;
-    return ScriptType::DialogueText;
+    return OpenedTypeOfExtension(fileName.mid(dot + 1).toUpper()).value_or(ScriptType::DialogueText);
 }
 
 // The document's own grid, if it has one, takes the lines just read. A body of another

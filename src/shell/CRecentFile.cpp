@@ -3,6 +3,7 @@
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basSetting.h"
+#include "formats/basFileTypes.h"
 
 using namespace basConvert;
 
@@ -102,32 +103,36 @@ void CRecentFile::UpdateRecentFileMenu()
     }
 }
 
+namespace {
+
+// The labels of the entries, by the window that opens the file.
+QString windowLabel(DocumentWindowKind window)
+{
+    switch (window) {
+    case DocumentWindowKind::Translate:
+        return QStringLiteral("翻译");
+    case DocumentWindowKind::Timing:
+        return QStringLiteral("时间轴");
+    case DocumentWindowKind::Player:
+        return QStringLiteral("动画");
+    default:
+        return QStringLiteral("未知类型");
+    }
+}
+
+} // namespace
+
 QString CRecentFile::ScripyTypeName(ScriptType type)
 {
-    switch (type) {
-    case ScriptType::Plain:
-    case ScriptType::RichText:
-        return QStringLiteral("翻译");
-    case ScriptType::SSA:
-    case ScriptType::ASS:
-    case ScriptType::SAMI:
-    case ScriptType::SRT:
-    case ScriptType::SMP:
-    case ScriptType::DialogueText:
-    case ScriptType::LRC:
-    case ScriptType::SST:
-        return QStringLiteral("时间轴");
-    case ScriptType::Video:
-        return QStringLiteral("动画");
-    }
-    return QStringLiteral("未知类型");
+    const FileTypeRow *row = FileTypeOf(type);
+    return windowLabel(row ? row->Window : DocumentWindowKind::None);
 }
 
 ScriptType CRecentFile::ScripyType(const QString &name)
 {
-    if (name == QStringLiteral("时间轴"))
-        return ScriptType::SSA;
-    if (name == QStringLiteral("动画"))
-        return ScriptType::Video;
+    // The first type of the labelled window.
+    for (const FileTypeRow &row : FileTypes())
+        if (windowLabel(row.Window) == name)
+            return row.Type;
     return ScriptType::Plain;
 }

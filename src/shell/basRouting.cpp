@@ -10,46 +10,16 @@
 #include "script/CTimings.h"
 #include "shell/CRecentFile.h"
 
-#include <QStringList>
-
 DocumentWindowKind WindowKindOfType(ScriptType fileType)
 {
-    switch (fileType) {
-    case ScriptType::Plain:
-    case ScriptType::RichText:
-        return DocumentWindowKind::Translate;
-    case ScriptType::SSA:
-    case ScriptType::ASS:
-    case ScriptType::SAMI:
-    case ScriptType::SRT:
-    case ScriptType::SMP:
-    case ScriptType::DialogueText:
-        return DocumentWindowKind::Timing;
-    case ScriptType::Video:
-        return DocumentWindowKind::Player;
-    default:
-        return DocumentWindowKind::None;
-    }
+    const FileTypeRow *row = FileTypeOf(fileType);
+    return row && row->RoutedByType ? row->Window : DocumentWindowKind::None;
 }
 
 DocumentWindowKind WindowKindOfFileName(const QString &fileName)
 {
     const QString name = basConvert::Trim(fileName);
-    const QString extension = name.mid(name.lastIndexOf(u'.') + 1).toUpper();
-    static const QStringList timing { QStringLiteral("ASS"), QStringLiteral("SSA"), QStringLiteral("SMI"),
-        QStringLiteral("SAMI"), QStringLiteral("SRT") };
-    static const QStringList player { QStringLiteral("AVI"), QStringLiteral("DIVX"), QStringLiteral("VOB"),
-        QStringLiteral("MP3"), QStringLiteral("MPG"), QStringLiteral("MPGA"), QStringLiteral("ASF"),
-        QStringLiteral("WMV"), QStringLiteral("WMA"), QStringLiteral("MDI"), QStringLiteral("MKV") };
-    static const QStringList translate { QStringLiteral("TXT"), QStringLiteral("INI"),
-        QStringLiteral("RTF") };
-    if (timing.contains(extension))
-        return DocumentWindowKind::Timing;
-    if (player.contains(extension))
-        return DocumentWindowKind::Player;
-    if (translate.contains(extension))
-        return DocumentWindowKind::Translate;
-    return DocumentWindowKind::None;
+    return RoutedWindowOfExtension(name.mid(name.lastIndexOf(u'.') + 1).toUpper());
 }
 
 DocumentWindowKind WindowKindOfMenuKind(int kind, bool opening)
@@ -75,18 +45,8 @@ QString RefusedFileMessage(const QString &fileName)
 
 QString FileDialogFilterKey(FileOperation action, ScriptType kind)
 {
-    const qint32 k = qint32(kind);
-    if (kind == ScriptType::Plain || kind == ScriptType::RichText)
-        return QStringLiteral("COMM_MSG_202");
-    if (k >= 1 && k <= 5 && action == FileOperation::Open)
-        return QStringLiteral("COMM_MSG_203");
-    if (k >= 1 && k <= 5 && action == FileOperation::Save)
-        return QStringLiteral("COMM_MSG_204");
-    if (kind == ScriptType::SST)
-        return QStringLiteral("COMM_MSG_207");
-    if (kind == ScriptType::Video)
-        return QStringLiteral("COMM_MSG_205");
-    return QStringLiteral("COMM_MSG_206");
+    const FileTypeRow *row = FileTypeOf(kind);
+    return FilterKey(row ? row->FrameFilter : FileFilter::Text, action);
 }
 
 QString ShowFileDialog(FileOperation action, ScriptType kind, const QString &fileName)
@@ -102,10 +62,8 @@ QString TimingSaveName(const QString &documentFileName, const QString &playerFil
     if (!documentFileName.isEmpty())
         return documentFileName;
     if (!playerFileName.isEmpty()) {
-        // Only a dot in the file's own name counts as its extension.
-        const qsizetype slash = qMax(playerFileName.lastIndexOf(u'/'), playerFileName.lastIndexOf(u'\\'));
-        const qsizetype dot = playerFileName.lastIndexOf(u'.');
-        const QString stem = dot > slash ? playerFileName.left(dot) : playerFileName;
+        const qsizetype dot = ExtensionDot(playerFileName);
+        const QString stem = dot >= 0 ? playerFileName.left(dot) : playerFileName;
         return stem + QStringLiteral(".ass");
     }
     if (!caption.isEmpty())

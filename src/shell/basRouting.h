@@ -1,8 +1,7 @@
 #pragma once
 
 #include "core/IPrompt.h"
-#include "formats/FileOptions.h"
-#include "script/ScriptType.h"
+#include "formats/basFileTypes.h"
 
 #include <QString>
 #include <functional>
@@ -12,14 +11,13 @@
 // dialog's filters, the proposed save names, and the question asked before a changed
 // document goes away.
 
-// The kinds of document window the frame can make.
-enum class DocumentWindowKind { None, Timing, Translate, Player, NotePad };
-
-// By a file type: plain and rich text a translation, SSA to SMP and dialogue text a
-// timing window, a video a player; anything else none.
+// By a file type, the window of its row when the frame routes the type (plain and rich
+// text a translation, SSA to SMP and dialogue text a timing window, a video a player);
+// anything else none.
 DocumentWindowKind WindowKindOfType(ScriptType fileType);
 // By the part behind the last "." of the name, upper-cased (a name without a dot is its
-// own extension). LRC, SST and SMP are not routed: they open through the menu.
+// own extension), the window of the row that routes it. LRC, SST and SMP are not routed:
+// they open through the menu.
 DocumentWindowKind WindowKindOfFileName(const QString &fileName);
 // The kinds of the File menu commands: 0 timing, 1 translation, 3 player (open only),
 // 4 notepad; none for other numbers.

@@ -1,6 +1,7 @@
 #include "ui/frmFileOption.h"
 
 #include "core/IPrompt.h"
+#include "formats/basFileTypes.h"
 #include "translation/basRtf.h"
 
 #include <QButtonGroup>
@@ -17,19 +18,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-const char16_t *const TypeCaptions[] = {
-    u"翻译稿(txt)",
-    u"SSA",
-    u"ASS",
-    u"SAMI(smi)",
-    u"SRT",
-    u"SMP(txt)",
-    u"RTF",
-    u"对白文本(txt)",
-    u"LRC",
-    u"SST",
-};
 
 QButtonGroup *RadioGroup(QWidget *owner, const char *name, const QStringList &captions, QLayout *into)
 {
@@ -117,8 +105,9 @@ frmFileOption::frmFileOption(QWidget *parent)
     auto *typeLayout = new QGridLayout(typeBox);
     auto *typeColumn = new QVBoxLayout;
     QStringList types;
-    for (const char16_t *t : TypeCaptions)
-        types << QString::fromUtf16(t);
+    for (const FileTypeRow &row : FileTypes())
+        if (row.Type != ScriptType::Video)
+            types << QString::fromUtf16(row.Caption);
     optFileType = RadioGroup(this, "optFileType", types, typeColumn);
     typeLayout->addLayout(typeColumn, 0, 0);
     auto *subColumn = new QVBoxLayout;
@@ -277,10 +266,11 @@ void frmFileOption::Refresh()
     const bool timing = Model.ParentWindowType != ParentWindowType::Translate;
     fraTimingOption->setVisible(timing);
     fraTranslateOption->setVisible(!timing);
-    // A translation window offers its two kinds only.
+    // Each window offers the kinds it opens and saves.
+    const DocumentWindowKind window = timing ? DocumentWindowKind::Timing : DocumentWindowKind::Translate;
     for (QAbstractButton *b : optFileType->buttons()) {
-        const int id = optFileType->id(b);
-        b->setVisible(timing ? id != 0 && id != 6 : id == 0 || id == 6);
+        const FileTypeRow *row = FileTypeOf(ScriptType(optFileType->id(b)));
+        b->setVisible(row && row->Window == window);
     }
     SetGroup(optFileType, int(Model.ScriptType()), on.FileType);
     SetGroup(optFileSubType, Model.SubTypeButton(), on.FileSubType);
