@@ -17,7 +17,7 @@
 
 namespace {
 
-void convert(benchmark::State &state, const QString &text, const char *inName, qint32 to)
+void convert(benchmark::State &state, const QString &text, const char *inName, ScriptType to)
 {
     QTemporaryDir dir;
     const QString input = dir.filePath(QString::fromLatin1(inName));
@@ -43,13 +43,13 @@ void convert(benchmark::State &state, const QString &text, const char *inName, q
 
 static void BM_ConvertAss30kToSrt(benchmark::State &state)
 {
-    convert(state, Script30k(), "in.ass", 4);
+    convert(state, Script30k(), "in.ass", ScriptType::SRT);
 }
 BENCHMARK(BM_ConvertAss30kToSrt)->Unit(benchmark::kMillisecond);
 
 // 8,000 cues: the largest SRT the readers' 16-bit line counter lets through, rounded.
 static void BM_ConvertSrt8kToAss(benchmark::State &state)
 {
-    convert(state, GeneratedSrt(8000), "in.srt", 2);
+    convert(state, GeneratedSrt(8000), "in.srt", ScriptType::ASS);
 }
 BENCHMARK(BM_ConvertSrt8kToAss)->Unit(benchmark::kMillisecond);

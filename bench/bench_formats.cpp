@@ -18,8 +18,8 @@ qsizetype readSrtIntoDocument(const QString &srtText)
     auto timing = Class::Make<CTiming>();
     CTimingFormats formats;
     formats.Init(timing.get());
-    timing->setScriptType(4);
-    formats.ReadBody(4, srtText);
+    timing->setScriptType(ScriptType::SRT);
+    formats.ReadBody(ScriptType::SRT, srtText);
     formats.FillEvents();
     return formats.SRTContent->Count();
 }
@@ -66,13 +66,13 @@ static void BM_WriteSrt30k(benchmark::State &state)
                               "the generated script\\Nsecond row.\r\n")
                    .arg(TimeToString(i, 2), TimeToString(i + 0.8, 2))
                    .arg(i);
-    timing->setScriptType(1);
+    timing->setScriptType(ScriptType::SSA);
     timing->SSAContent->Read(eventText);
-    timing->setScriptType(4);
+    timing->setScriptType(ScriptType::SRT);
     qsizetype size = 0;
     for (auto _ : state) {
         QString srt;
-        formats.AssembleBody(4, srt);
+        formats.AssembleBody(ScriptType::SRT, srt);
         size = srt.size();
         benchmark::DoNotOptimize(srt);
     }

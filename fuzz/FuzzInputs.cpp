@@ -27,7 +27,7 @@ QString text(const uint8_t *data, size_t size)
 
 // A whole file opened into a timing document with its grid, as the window opens it,
 // then assembled again as the same type.
-void document(qint32 type, qint32 subType, const uint8_t *data, size_t size)
+void document(ScriptType type, qint32 subType, const uint8_t *data, size_t size)
 {
     std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
     CTimingGrid grid;
@@ -52,7 +52,7 @@ void styleLine(const uint8_t *data, size_t size)
     if (size == 0)
         return;
     std::unique_ptr<CFonts> fonts = Class::MakeCollection<CFonts>();
-    fonts->ScriptType = (data[0] & 1) ? 1 : 2;
+    fonts->ScriptType = (data[0] & 1) ? ScriptType::SSA : ScriptType::ASS;
     std::unique_ptr<CFont> font = Class::Make<CFont>();
     font->setParent(fonts.get());
     font->setContent(text(data + 1, size - 1));
@@ -66,7 +66,7 @@ void eventLine(const uint8_t *data, size_t size)
     if (size < 2)
         return;
     std::unique_ptr<CSSAContent> list = Class::Make<CSSAContent>();
-    list->ScriptType = (data[0] & 1) ? 1 : 2;
+    list->ScriptType = (data[0] & 1) ? ScriptType::SSA : ScriptType::ASS;
     list->SaveOption = data[1];
     CSSAContentLine *line = list->Create();
     line->setContent(text(data + 2, size - 2));
@@ -81,19 +81,19 @@ bool RunFuzzInput(std::string_view target, const uint8_t *data, size_t size)
     struct Document
     {
         std::string_view Name;
-        qint32 Type;
+        ScriptType Type;
         qint32 SubType;
     };
     static constexpr Document documents[] = {
-        { "ass_script", 2, 0 },
-        { "ssa_script", 1, 0 },
-        { "sami", 3, 0 },
-        { "srt", 4, 0 },
-        { "smp0", 5, 0 },
-        { "smp1", 5, 1 },
-        { "text", 7, 0 },
-        { "lrc", 8, 0 },
-        { "sst", 9, 0 },
+        { "ass_script", ScriptType::ASS, 0 },
+        { "ssa_script", ScriptType::SSA, 0 },
+        { "sami", ScriptType::SAMI, 0 },
+        { "srt", ScriptType::SRT, 0 },
+        { "smp0", ScriptType::SMP, 0 },
+        { "smp1", ScriptType::SMP, 1 },
+        { "text", ScriptType::DialogueText, 0 },
+        { "lrc", ScriptType::LRC, 0 },
+        { "sst", ScriptType::SST, 0 },
     };
     for (const Document &d : documents) {
         if (d.Name == target) {

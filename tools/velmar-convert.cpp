@@ -4,6 +4,7 @@
 #include "core/IPrompt.h"
 #include "core/basMain.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/basFileTypes.h"
 #include "formats/basTimingFile.h"
 #include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
@@ -83,21 +84,6 @@ public:
     std::optional<PromptFont> ChooseFont(const PromptFont &) override { return std::nullopt; }
 };
 
-std::optional<qint32> parseType(const QString &text)
-{
-    static const QStringList names = { QStringLiteral("events"), QStringLiteral("ssa"), QStringLiteral("ass"),
-        QStringLiteral("smi"), QStringLiteral("srt"), QStringLiteral("smp"), QString(), QStringLiteral("txt"),
-        QStringLiteral("lrc"), QStringLiteral("sst") };
-    bool ok = false;
-    const int number = text.toInt(&ok);
-    if (ok)
-        return number >= 0 && number <= 9 ? std::optional<qint32>(number) : std::nullopt;
-    const qsizetype index = names.indexOf(text.toLower());
-    if (index < 0 || text.isEmpty())
-        return std::nullopt;
-    return qint32(index);
-}
-
 std::optional<qint32> parseRange(const QString &text, int low, int high)
 {
     bool ok = false;
@@ -110,12 +96,12 @@ std::optional<qint32> parseRange(const QString &text, int low, int high)
 struct Options
 {
     QString Input, Output;
-    std::optional<qint32> To;
-    qint32 OpenAs = -1;
+    std::optional<ScriptType> To;
+    std::optional<ScriptType> OpenAs;
     qint32 SubType = 0;
-    qint32 Option = 255;
+    qint32 Option = SaveOption::Whole;
     qint32 TimeFormat = 0;
-    qint32 FileCode = -2;
+    ::FileCode FileCode = ::FileCode::SystemDefault;
     bool AnswerYes = true;
     bool Backup = true;
 };
@@ -155,12 +141,11 @@ std::optional<int> parse(const QStringList &args, Options &o)
         const QString v = args[++i];
         std::optional<qint32> n;
         if (a == u"--to") {
-            if (!(o.To = parseType(v)))
+            if (!(o.To = TypeOfShortName(v)))
                 return usage(QStringLiteral("unknown type: ") + v);
         } else if (a == u"--open-as") {
-            if (!(n = parseType(v)))
+            if (!(o.OpenAs = TypeOfShortName(v)))
                 return usage(QStringLiteral("unknown type: ") + v);
-            o.OpenAs = *n;
         } else if (a == u"--sub-type") {
             if (!(n = parseRange(v, 0, 1)))
                 return usage(QStringLiteral("sub-type must be 0 or 1"));
@@ -175,11 +160,11 @@ std::optional<int> parse(const QStringList &args, Options &o)
             o.TimeFormat = *n;
         } else if (a == u"--encoding") {
             if (v == u"unicode")
-                o.FileCode = -1;
+                o.FileCode = FileCode::Unicode;
             else if (v == u"ansi")
-                o.FileCode = 0;
+                o.FileCode = FileCode::ANSI;
             else if (v == u"default")
-                o.FileCode = -2;
+                o.FileCode = FileCode::SystemDefault;
             else
                 return usage(QStringLiteral("encoding must be unicode, ansi or default"));
         } else if (a == u"--answer") {
@@ -248,8 +233,8 @@ int main(int argc, char *argv[])
 
     // A type chosen for the input is a pick through the file options: the file is then read
     // with the chosen code, as the dialog reads it.
-    const basTimingFile::OpenResult opened = o.OpenAs >= 0
-        ? basTimingFile::OpenWithOptions(*doc, o.Input, o.OpenAs, o.FileCode)
+    const basTimingFile::OpenResult opened = o.OpenAs
+        ? basTimingFile::OpenWithOptions(*doc, o.Input, *o.OpenAs, o.FileCode)
         : basTimingFile::OpenTimingFile(*doc, o.Input);
     if (opened == basTimingFile::OpenResult::Unreadable) {
         printLine(QStringLiteral("velmar-convert: cannot read ") + o.Input);

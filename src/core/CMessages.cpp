@@ -54,7 +54,7 @@ void CMessages::Init()
     setContent(OwnMessageText(english));
     const QString path = ProgramFolder() + QStringLiteral("Message.txt");
     if (QFileInfo::exists(path)) {
-        const TextFileRead file = ReadTextStream(path, -2);
+        const TextFileRead file = ReadTextStream(path, FileCode::SystemDefault);
         if (!file.Ok) {
             MsgBox(QStringLiteral("Read Message Error: ") + file.Error);
         } else {

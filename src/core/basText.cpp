@@ -170,7 +170,7 @@ WholeFileRead ReadWholeFile(const QString &path, bool guessUnmarkedUnicode)
     return DecodeWholeFile(bytes, guessUnmarkedUnicode);
 }
 
-TextFileRead ReadTextStream(const QString &path, int fileCode)
+TextFileRead ReadTextStream(const QString &path, FileCode fileCode)
 {
     TextFileRead result;
     QFile file(path);
@@ -185,9 +185,9 @@ TextFileRead ReadTextStream(const QString &path, int fileCode)
     }
     result.Ok = true;
     const bool marked = bytes.size() >= 2 && uchar(bytes[0]) == 0xFF && uchar(bytes[1]) == 0xFE;
-    if (fileCode == 0) {
+    if (fileCode == FileCode::ANSI) {
         result.Text = DecodeSystemCodePage(bytes);
-    } else if (fileCode == -1 || marked) {
+    } else if (fileCode == FileCode::Unicode || marked) {
         const qsizetype offset = marked ? 2 : 0;
         result.Text = fromUtf16Bytes(bytes.constData() + offset, bytes.size() - offset);
     } else {

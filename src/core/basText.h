@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/FileCode.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -34,9 +36,9 @@ struct TextFileRead
     QString Error;
 };
 
-// A read-all through a text stream opened with a FileCode: 0 ANSI, -1 Unicode, -2 (and
-// any other value) lets the stream decide by the byte-order mark.
-TextFileRead ReadTextStream(const QString &path, int fileCode);
+// A read-all through a text stream opened with a FileCode: ANSI, Unicode, or (the system
+// default and any other value) the stream decides by the byte-order mark.
+TextFileRead ReadTextStream(const QString &path, FileCode fileCode);
 
 // Writes the whole text in one piece, as UTF-16LE with its mark or in the system code
 // page. The old file is replaced only once the new one is complete.

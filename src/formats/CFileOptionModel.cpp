@@ -4,6 +4,7 @@
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
+#include "formats/basFileTypes.h"
 #include "script/CTiming.h"
 #include "shell/CRecentFile.h"
 #include "shell/basBackup.h"
@@ -14,15 +15,6 @@
 namespace {
 
 const QString crlf = QStringLiteral("\r\n");
-
-// The position of the extension's "." in a path, -1 when the file name has none (a "."
-// in a folder name does not count).
-qsizetype extensionDot(const QString &path)
-{
-    const qsizetype dot = path.lastIndexOf(u'.');
-    const qsizetype slash = qMax(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
-    return dot > slash ? dot : -1;
-}
 
 QString text(const char16_t *s)
 {
@@ -35,31 +27,29 @@ void CFileOptionModel::Init()
 {
     Cancelled = true;
     OperateError = true;
-    m_operation = 1;
-    m_scriptType = 2;
+    m_operation = FileOperation::Open;
+    m_scriptType = ScriptType::ASS;
     m_scriptSubType = 0;
     m_subTypeButton = 0;
     FileContent.clear();
     PreviewIsRich = false;
     m_enabled = Enabled();
-    setOperation(1);
+    setOperation(FileOperation::Open);
     showSample();
 }
 
-void CFileOptionModel::setOperation(qint32 operation)
+void CFileOptionModel::setOperation(FileOperation operation)
 {
     m_operation = operation;
     switch (operation) {
-    case 1:
+    case FileOperation::Open:
         m_caption = text(u"打开文件选项");
         break;
-    case 2:
+    case FileOperation::Save:
         m_caption = text(u"保存文件选项");
         break;
-    case 3:
+    case FileOperation::Convert:
         m_caption = text(u"转换时间轴选项");
-        break;
-    default:
         break;
     }
     updateEnabledByOperation();
@@ -68,34 +58,33 @@ void CFileOptionModel::setOperation(qint32 operation)
 void CFileOptionModel::updateEnabledByOperation()
 {
     switch (m_operation) {
-    case 1:
+    case FileOperation::Open:
         TimingOptionEnabled(false);
-        m_enabled.DelSpace = m_enabled.SpaceAsReturn = m_scriptType != 6;
+        m_enabled.DelSpace = m_enabled.SpaceAsReturn = m_scriptType != ScriptType::RichText;
         break;
-    case 2:
+    case FileOperation::Save:
         DelSpace = SpaceAsReturn = false;
         m_enabled.DelSpace = m_enabled.SpaceAsReturn = false;
         TimingOptionEnabled(timingTypeWithOptions());
         OpenModeOptionEnabled(OpenModeAllowed);
         break;
-    case 3:
+    case FileOperation::Convert:
         m_enabled.FileName = m_enabled.FileType = m_enabled.CodeType = false;
         m_enabled.DelSpace = m_enabled.SpaceAsReturn = false;
-        break;
-    default:
         break;
     }
 }
 
 bool CFileOptionModel::timingTypeWithOptions() const
 {
-    return ParentWindowType == 0 && (m_scriptType == 1 || m_scriptType == 2);
+    return ParentWindowType == ::ParentWindowType::Timing
+        && (m_scriptType == ScriptType::SSA || m_scriptType == ScriptType::ASS);
 }
 
 void CFileOptionModel::TimingOptionEnabled(bool flag)
 {
     m_enabled.TimingOptions = flag;
-    m_enabled.DialogEffect = flag && (TimingOption & OptDialog);
+    m_enabled.DialogEffect = flag && (TimingOption & SaveOption::Dialog);
 }
 
 void CFileOptionModel::OpenModeOptionEnabled(bool flag)
@@ -108,77 +97,75 @@ void CFileOptionModel::setSubTypeButton(qint32 index)
     m_subTypeButton = index == 0 ? 0 : 1;
 }
 
-void CFileOptionModel::setDocumentType(qint32 type, qint32 subType)
+void CFileOptionModel::setDocumentType(::ScriptType type, qint32 subType)
 {
     m_scriptType = type;
     m_subTypeButton = m_scriptSubType = subType == 0 ? 0 : 1;
-    m_enabled.FileSubType = type == 5;
-    if (m_operation == 2)
+    m_enabled.FileSubType = type == ScriptType::SMP;
+    if (m_operation == FileOperation::Save)
         TimingOptionEnabled(timingTypeWithOptions());
     showSample();
 }
 
-void CFileOptionModel::ClickFileType(qint32 type)
+void CFileOptionModel::ClickFileType(::ScriptType type)
 {
     m_scriptType = type;
     m_scriptSubType = m_subTypeButton == 0 ? 0 : 1;
-    m_enabled.FileSubType = type == 5;
+    m_enabled.FileSubType = type == ScriptType::SMP;
 
-    if (m_operation == 2 && !FileName.isEmpty()) {
-        const qsizetype dot = extensionDot(FileName);
+    if (m_operation == FileOperation::Save && !FileName.isEmpty()) {
+        const qsizetype dot = ExtensionDot(FileName);
         const QString stem = dot < 0 ? FileName : FileName.left(dot);
         FileName = stem + ExtensionOfType(type);
     }
 
-    if (type == 6 && m_operation == 2) {
-        FileCode = -2;
+    if (type == ScriptType::RichText && m_operation == FileOperation::Save) {
+        FileCode = ::FileCode::SystemDefault;
         m_enabled.CodeType = false;
     } else {
-        m_enabled.CodeType = m_operation != 3;
+        m_enabled.CodeType = m_operation != FileOperation::Convert;
     }
 
     // The space boxes only act on an opened plain text; a conversion and a save keep
     // them off.
-    if (type == 6) {
+    if (type == ScriptType::RichText) {
         DelSpace = SpaceAsReturn = false;
         m_enabled.DelSpace = m_enabled.SpaceAsReturn = false;
     } else {
-        m_enabled.DelSpace = m_enabled.SpaceAsReturn = m_operation == 1;
+        m_enabled.DelSpace = m_enabled.SpaceAsReturn = m_operation == FileOperation::Open;
     }
 
     switch (m_operation) {
-    case 1:
-        if ((type == 0 || type == 6) && !FileName.isEmpty())
+    case FileOperation::Open:
+        if ((type == ScriptType::Plain || type == ScriptType::RichText) && !FileName.isEmpty())
             LoadPreview();
         break;
-    case 2:
-        TimingOptionEnabled(type == 1 || type == 2);
+    case FileOperation::Save:
+        TimingOptionEnabled(type == ScriptType::SSA || type == ScriptType::ASS);
         if (AutoUpdate)
             UpdateContentByClass();
         break;
-    case 3:
+    case FileOperation::Convert:
         if (AutoUpdate)
             UpdateContentByClass();
-        break;
-    default:
         break;
     }
     showSample();
 }
 
-qint32 CFileOptionModel::CodeTypeIndex(qint32 fileCode)
+qint32 CFileOptionModel::CodeTypeIndex(::FileCode fileCode)
 {
-    if (fileCode == -1)
+    if (fileCode == ::FileCode::Unicode)
         return 1;
-    if (fileCode == 0)
+    if (fileCode == ::FileCode::ANSI)
         return 2;
     return 0;
 }
 
-qint32 CFileOptionModel::FileCodeOfIndex(qint32 index)
+::FileCode CFileOptionModel::FileCodeOfIndex(qint32 index)
 {
-    static const qint32 codes[] = { -2, -1, 0 };
-    return index >= 0 && index < 3 ? codes[index] : -2;
+    static const ::FileCode codes[] = { ::FileCode::SystemDefault, ::FileCode::Unicode, ::FileCode::ANSI };
+    return index >= 0 && index < 3 ? codes[index] : ::FileCode::SystemDefault;
 }
 
 void CFileOptionModel::setTimingOptionBit(qint32 bit, bool on)
@@ -187,9 +174,9 @@ void CFileOptionModel::setTimingOptionBit(qint32 bit, bool on)
         TimingOption |= bit;
     else
         TimingOption &= ~bit;
-    if (bit == OptDialog) {
+    if (bit == SaveOption::Dialog) {
         if (!on)
-            TimingOption &= ~qint32(OptDialogEffect);
+            TimingOption &= ~SaveOption::DialogTags;
         m_enabled.DialogEffect = on && m_enabled.TimingOptions;
     }
     if (AutoUpdate && timingTypeWithOptions())
@@ -215,87 +202,54 @@ void CFileOptionModel::setChangeOptionBit(qint32 bit, bool on)
         ChangeOption |= bit;
     else
         ChangeOption &= ~bit;
-    if (bit == ChgColor) {
+    if (bit == ::ChangeOption::Color) {
         if (!on)
-            ChangeOption &= ~qint32(ChgBlackWhite);
+            ChangeOption &= ~::ChangeOption::BlackWhite;
         m_enabled.BlackWhite = on;
     }
-    if (AutoUpdate && ParentWindowType != 0 && m_operation == 2)
+    if (AutoUpdate && ParentWindowType != ::ParentWindowType::Timing && m_operation == FileOperation::Save)
         UpdateContentByClass();
 }
 
 void CFileOptionModel::setChangeTable(bool on)
 {
     if (on)
-        TranslateOption |= TranslateChangeTable;
+        TranslateOption |= ::TranslateOption::ChangeTable;
     else
-        TranslateOption &= ~TranslateChangeTable;
-    if (AutoUpdate && ParentWindowType != 0 && m_operation == 2)
+        TranslateOption &= ~::TranslateOption::ChangeTable;
+    if (AutoUpdate && ParentWindowType != ::ParentWindowType::Timing && m_operation == FileOperation::Save)
         UpdateContentByClass();
 }
 
-QString CFileOptionModel::ExtensionOfType(qint32 type)
+QString CFileOptionModel::ExtensionOfType(::ScriptType type)
 {
-    switch (type) {
-    case 1:
-        return QStringLiteral(".ssa");
-    case 2:
-        return QStringLiteral(".ass");
-    case 3:
-        return QStringLiteral(".smi");
-    case 4:
-        return QStringLiteral(".srt");
-    case 6:
-        return QStringLiteral(".rtf");
-    case 8:
-        return QStringLiteral(".lrc");
-    case 9:
-        return QStringLiteral(".sst");
-    default:
-        return QStringLiteral(".txt");
-    }
+    return SaveExtensionOf(type);
 }
 
-qint32 CFileOptionModel::TypeOfFileName(const QString &fileName, bool timingWindow)
+::ScriptType CFileOptionModel::TypeOfFileName(const QString &fileName, bool timingWindow)
 {
-    const qsizetype dot = extensionDot(fileName);
+    const qsizetype dot = ExtensionDot(fileName);
     if (dot < 0)
-        return 0;
-    const QString ext = fileName.mid(dot + 1).toUpper();
-    qint32 type = timingWindow ? 7 : 0;
-    if (ext == u"SSA")
-        type = 1;
-    else if (ext == u"ASS")
-        type = 2;
-    else if (ext == u"SMI")
-        type = 3;
-    else if (ext == u"SRT")
-        type = 4;
-    else if (ext == u"RTF" || ext == u"DOC")
-        type = 6;
-    else if (ext == u"LRC")
-        type = 8;
-    else if (ext == u"SST")
-        type = 9;
-    if (!timingWindow && type != 6)
-        type = 0;
+        return ScriptType::Plain;
+    ::ScriptType type = PickedTypeOfExtension(fileName.mid(dot + 1).toUpper())
+                            .value_or(timingWindow ? ScriptType::DialogueText : ScriptType::Plain);
+    if (!timingWindow && type != ScriptType::RichText)
+        type = ScriptType::Plain;
     return type;
 }
 
 void CFileOptionModel::SelectFileDialog()
 {
-    QString filterKey;
-    if (ParentWindowType != 0)
-        filterKey = QStringLiteral("COMM_MSG_202");
-    else if (m_scriptType == 9)
-        filterKey = QStringLiteral("COMM_MSG_207");
-    else if (m_scriptType == 5 || m_scriptType == 7)
-        filterKey = QStringLiteral("COMM_MSG_206");
-    else
-        filterKey = m_operation == 1 ? QStringLiteral("COMM_MSG_203") : QStringLiteral("COMM_MSG_204");
-    const QString filter = Msg(filterKey);
-    const QString name = m_operation == 1 ? Prompt().OpenFileName(m_caption, filter, nullptr, FileName)
-                                          : Prompt().SaveFileName(m_caption, filter, nullptr, FileName);
+    const FileTypeRow *row = FileTypeOf(m_scriptType);
+    const FileFilter kind = ParentWindowType != ::ParentWindowType::Timing ? FileFilter::Translation
+        : row                                                              ? row->OptionFilter
+                                                                           : FileFilter::Subtitles;
+    // A conversion offers the save list of subtitles.
+    const QString filter = Msg(
+        FilterKey(kind, m_operation == FileOperation::Open ? FileOperation::Open : FileOperation::Save));
+    const QString name = m_operation == FileOperation::Open
+        ? Prompt().OpenFileName(m_caption, filter, nullptr, FileName)
+        : Prompt().SaveFileName(m_caption, filter, nullptr, FileName);
     if (name.isEmpty()) {
         Cancelled = true;
         return;
@@ -307,18 +261,18 @@ void CFileOptionModel::SelectFileDialog()
 void CFileOptionModel::TakeFileName(const QString &name)
 {
     FileName = name;
-    qint32 type = TypeOfFileName(name, ParentWindowType == 0);
-    if (ParentWindowType != 0 && type != 6)
-        type = 0;
+    ::ScriptType type = TypeOfFileName(name, ParentWindowType == ::ParentWindowType::Timing);
+    if (ParentWindowType != ::ParentWindowType::Timing && type != ScriptType::RichText)
+        type = ScriptType::Plain;
     m_scriptType = type;
     m_scriptSubType = m_subTypeButton;
-    m_enabled.FileSubType = type == 5;
+    m_enabled.FileSubType = type == ScriptType::SMP;
     showSample();
-    if (m_operation == 1) {
+    if (m_operation == FileOperation::Open) {
         if (!name.isEmpty())
             LoadPreview();
     } else {
-        if (m_operation == 2)
+        if (m_operation == FileOperation::Save)
             TimingOptionEnabled(timingTypeWithOptions());
         UpdateContentByClass();
     }
@@ -362,7 +316,7 @@ void CFileOptionModel::LoadPreview()
         FileContent.clear();
         return;
     }
-    if (m_scriptType == 6) {
+    if (m_scriptType == ScriptType::RichText) {
         FileContent = read.Text;
         PreviewIsRich = true;
         return;
@@ -373,10 +327,10 @@ void CFileOptionModel::LoadPreview()
 
 void CFileOptionModel::UpdateContentByClass()
 {
-    if (ParentWindowType == 0 && TimingDocument) {
+    if (ParentWindowType == ::ParentWindowType::Timing && TimingDocument) {
         CTiming &doc = *TimingDocument;
         m_sample = Sample(doc.ScriptType(), doc.ScriptSubType());
-        const qint32 oldType = doc.ScriptType();
+        const ::ScriptType oldType = doc.ScriptType();
         const qint32 oldSubType = doc.ScriptSubType();
         const qint32 oldOption = doc.TimingOption;
         const qint32 oldFormat = doc.TimeFormat();
@@ -394,9 +348,9 @@ void CFileOptionModel::UpdateContentByClass()
         doc.setChanged(oldChanged);
         return;
     }
-    if (ParentWindowType != 0 && TranslateDocument) {
+    if (ParentWindowType != ::ParentWindowType::Timing && TranslateDocument) {
         CTranslate &doc = *TranslateDocument;
-        const qint32 oldType = doc.ScriptType;
+        const ::ScriptType oldType = doc.ScriptType;
         const qint32 oldChange = doc.ChangeOption;
         const qint32 oldTranslate = doc.TranslateOption;
         const bool oldChanged = doc.Changed();
@@ -404,7 +358,7 @@ void CFileOptionModel::UpdateContentByClass()
         doc.ChangeOption = ChangeOption;
         doc.TranslateOption = TranslateOption;
         FileContent = doc.Content();
-        PreviewIsRich = m_scriptType == 6;
+        PreviewIsRich = m_scriptType == ScriptType::RichText;
         doc.ScriptType = oldType;
         doc.ChangeOption = oldChange;
         doc.TranslateOption = oldTranslate;
@@ -416,7 +370,8 @@ bool CFileOptionModel::SaveFile(QString *error)
 {
     if (BackupBeforeSave)
         BackupFile(FileName);
-    const bool ansi = FileCode == 0 || (m_scriptType == 6 && FileCode == -2);
+    const bool ansi = FileCode == ::FileCode::ANSI
+        || (m_scriptType == ScriptType::RichText && FileCode == ::FileCode::SystemDefault);
     if (!WriteTextFile(FileName, FileContent, !ansi, error))
         return false;
     OperateError = false;
@@ -429,7 +384,7 @@ bool CFileOptionModel::SaveFile(QString *error)
 bool CFileOptionModel::Ok()
 {
     Cancelled = false;
-    if (m_operation != 2)
+    if (m_operation != FileOperation::Save)
         return true;
     QString error;
     if (!SaveFile(&error)) {

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "core/FileCode.h"
+#include "formats/FileOptions.h"
+#include "script/SaveOption.h"
+#include "script/ScriptType.h"
+
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
@@ -14,30 +19,6 @@ class CTranslate;
 class CFileOptionModel
 {
 public:
-    // TimingOption bits.
-    enum TimingBit {
-        OptTitle = 1,
-        OptFont = 2,
-        OptStart = 4,
-        OptEnd = 8,
-        OptDialog = 16,
-        OptDialogEffect = 32,
-        OptOtherCol = 64,
-    };
-    // ChangeOption bits.
-    enum ChangeBit {
-        ChgText = 1,
-        ChgColor = 2,
-        ChgFontName = 4,
-        ChgFontSize = 8,
-        ChgThrough = 16,
-        ChgUnderline = 32,
-        ChgBold = 64,
-        ChgItaric = 128,
-        ChgBlackWhite = 256,
-    };
-    static constexpr qint32 TranslateChangeTable = 128;
-
     // Which controls may be used at present.
     struct Enabled
     {
@@ -56,14 +37,12 @@ public:
     // Starting state: Cancelled, open of an ASS file by a timing window, preview empty.
     void Init();
 
-    // 1 open, 2 save, 3 convert time axis. Sets the caption and what is enabled.
-    qint32 Operation() const { return m_operation; }
-    void setOperation(qint32 operation);
+    // Sets the caption and what is enabled.
+    FileOperation Operation() const { return m_operation; }
+    void setOperation(FileOperation operation);
     QString Caption() const { return m_caption; }
 
-    // 0 a timing window, 1 a translation window, 2 a translation made into a timing
-    // document (both documents given).
-    qint32 ParentWindowType = 0;
+    ::ParentWindowType ParentWindowType = ::ParentWindowType::Timing;
     CTiming *TimingDocument = nullptr;
     CTranslate *TranslateDocument = nullptr;
     // Whether the window lets the open mode be chosen (save only).
@@ -71,29 +50,28 @@ public:
 
     // A click on optFileType: the type, its sub-type, the file name's extension, the code
     // choice, the space boxes, then the follow-up of the operation and the sample.
-    void ClickFileType(qint32 type);
-    qint32 ScriptType() const { return m_scriptType; }
+    void ClickFileType(::ScriptType type);
+    ::ScriptType ScriptType() const { return m_scriptType; }
     // optFileSubType: takes effect with the next ClickFileType (as the dialog does).
     void setSubTypeButton(qint32 index);
     qint32 SubTypeButton() const { return m_subTypeButton; }
     qint32 ScriptSubType() const { return m_scriptSubType; }
     // Sets the type and sub-type as the caller's document has them, without follow-up.
-    void setDocumentType(qint32 type, qint32 subType);
+    void setDocumentType(::ScriptType type, qint32 subType);
 
-    // -2 system default, -1 Unicode, 0 ANSI.
-    qint32 FileCode = -2;
-    // optCodeType index 0, 1, 2 for -2, -1, 0 and back.
-    static qint32 CodeTypeIndex(qint32 fileCode);
-    static qint32 FileCodeOfIndex(qint32 index);
+    ::FileCode FileCode = ::FileCode::SystemDefault;
+    // optCodeType index 0, 1, 2 for the system default, Unicode, ANSI and back.
+    static qint32 CodeTypeIndex(::FileCode fileCode);
+    static ::FileCode FileCodeOfIndex(qint32 index);
 
     QString FileName;
 
     // Option boxes. Setting one runs the rules of the box and the preview update.
-    qint32 TimingOption = 255;
+    qint32 TimingOption = ::SaveOption::Whole;
     void setTimingOptionBit(qint32 bit, bool on);
-    qint32 ChangeOption = 1;
+    qint32 ChangeOption = ::ChangeOption::Text;
     void setChangeOptionBit(qint32 bit, bool on);
-    qint32 TranslateOption = 128;
+    qint32 TranslateOption = ::TranslateOption::ChangeTable;
     void setChangeTable(bool on);
     qint32 TimeFormat() const { return m_timeFormat; }
     void setTimeFormat(qint32 index);
@@ -111,8 +89,8 @@ public:
     void OpenModeOptionEnabled(bool flag);
 
     // The sample of a type (for 5, of its sub-type), and whether it is rich text.
-    static QString Sample(qint32 type, qint32 subType);
-    static bool SampleIsRich(qint32 type) { return type == 6; }
+    static QString Sample(::ScriptType type, qint32 subType);
+    static bool SampleIsRich(::ScriptType type) { return type == ::ScriptType::RichText; }
     QString SampleText() const { return m_sample; }
 
     // The preview of what will be written or what was loaded.
@@ -125,8 +103,8 @@ public:
     // The extension given on save (".ass"...), and the type an extension selects (the
     // upper-cased text behind the last "."; no "." gives 0). A translation window takes
     // 0 and 6 only.
-    static QString ExtensionOfType(qint32 type);
-    static qint32 TypeOfFileName(const QString &fileName, bool timingWindow);
+    static QString ExtensionOfType(::ScriptType type);
+    static ::ScriptType TypeOfFileName(const QString &fileName, bool timingWindow);
 
     // The file dialog through the prompt service, then the name as chosen: the type from
     // its extension, the preview. An empty answer cancels.
@@ -164,8 +142,8 @@ private:
     void showSample();
     bool timingTypeWithOptions() const;
 
-    qint32 m_operation = 1;
-    qint32 m_scriptType = 2;
+    FileOperation m_operation = FileOperation::Open;
+    ::ScriptType m_scriptType = ::ScriptType::ASS;
     qint32 m_scriptSubType = 0;
     qint32 m_subTypeButton = 0;
     qint32 m_timeFormat = 0;

@@ -16,27 +16,28 @@ void CTimingFormats::Init(CTiming *timing)
     SSTContent = Class::Make<CSSTContent>(this);
 }
 
-bool CTimingFormats::IsFormatType(qint32 scriptType)
+bool CTimingFormats::IsFormatType(ScriptType scriptType)
 {
-    return scriptType == 3 || scriptType == 4 || scriptType == 5 || scriptType == 8 || scriptType == 9;
+    return scriptType == ScriptType::SAMI || scriptType == ScriptType::SRT || scriptType == ScriptType::SMP
+        || scriptType == ScriptType::LRC || scriptType == ScriptType::SST;
 }
 
-bool CTimingFormats::ReadBody(qint32 scriptType, QStringView text)
+bool CTimingFormats::ReadBody(ScriptType scriptType, QStringView text)
 {
     switch (scriptType) {
-    case 3:
+    case ScriptType::SAMI:
         SMIContent->setContent(text.toString());
         return true;
-    case 4:
+    case ScriptType::SRT:
         SRTContent->setContent(text.toString());
         return true;
-    case 5:
+    case ScriptType::SMP:
         SMPContent->setContent(text.toString());
         return true;
-    case 8:
+    case ScriptType::LRC:
         LRCContent->setContent(text.toString());
         return true;
-    case 9:
+    case ScriptType::SST:
         SSTContent->setContent(text.toString());
         return true;
     default:
@@ -50,7 +51,7 @@ namespace {
 class ScriptTypeSwitch
 {
 public:
-    ScriptTypeSwitch(CTiming &timing, qint32 during)
+    ScriptTypeSwitch(CTiming &timing, ScriptType during)
         : m_timing(timing)
         , m_type(timing.ScriptType())
     {
@@ -62,7 +63,7 @@ public:
 
 private:
     CTiming &m_timing;
-    qint32 m_type;
+    ScriptType m_type;
 };
 
 } // namespace
@@ -73,49 +74,49 @@ bool CTimingFormats::FillEvents()
         return false;
     QString events;
     switch (m_timing->ScriptType()) {
-    case 3:
+    case ScriptType::SAMI:
         events = SMIToEvents(*SMIContent);
         break;
-    case 4:
+    case ScriptType::SRT:
         events = SRTToEvents(*SRTContent);
         break;
-    case 5:
+    case ScriptType::SMP:
         events = SMPToEvents(*SMPContent);
         break;
-    case 8:
+    case ScriptType::LRC:
         events = LRCToEvents(*LRCContent);
         break;
-    case 9:
+    case ScriptType::SST:
         events = SSTToEvents(*SSTContent);
         break;
     default:
         return false;
     }
     // The event text carries "Marked=" first fields: it reads as SSA.
-    ScriptTypeSwitch asSsa(*m_timing, 1);
+    ScriptTypeSwitch asSsa(*m_timing, ScriptType::SSA);
     m_timing->SSAContent->Read(events);
     return true;
 }
 
-bool CTimingFormats::AssembleBody(qint32 scriptType, QString &out) const
+bool CTimingFormats::AssembleBody(ScriptType scriptType, QString &out) const
 {
     if (!m_timing)
         return false;
     const CSSAContent &events = *m_timing->SSAContent;
     switch (scriptType) {
-    case 3:
+    case ScriptType::SAMI:
         out += ContentToSMI(events);
         return true;
-    case 4:
+    case ScriptType::SRT:
         out += ContentToSRT(events);
         return true;
-    case 5:
+    case ScriptType::SMP:
         out += ContentToSMP(events);
         return true;
-    case 8:
+    case ScriptType::LRC:
         out += ContentToLRC(events);
         return true;
-    case 9:
+    case ScriptType::SST:
         out += ContentToSST(events);
         return true;
     default:

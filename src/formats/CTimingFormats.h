@@ -6,6 +6,7 @@
 #include "formats/CSRTContent.h"
 #include "formats/CSSTContent.h"
 #include "formats/IFormatHost.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringView>
@@ -30,18 +31,19 @@ public:
     void Init(CTiming *timing);
     CTiming *Timing() const { return m_timing; }
 
-    // Whether the type is one of SAMI 3, SRT 4, SMP 5, LRC 8 and SST 9.
-    static bool IsFormatType(qint32 scriptType);
+    // Whether the type is one of SAMI, SRT, SMP, LRC and SST.
+    static bool IsFormatType(ScriptType scriptType);
 
     // A whole file of that type into its list; false for any other type.
-    bool ReadBody(qint32 scriptType, QStringView text);
+    bool ReadBody(ScriptType scriptType, QStringView text);
     // The document's event lines made anew from the list of its present type, read as
-    // SSA events: ScriptType is 1 while they are read and goes back behind them. False
+    // SSA events: ScriptType is SSA while they are read and goes back behind them. False
     // for any other type.
     bool FillEvents();
     // The file of that type assembled from the document's event lines, appended to
-    // `out`: the whole file for 3, 4 and 5, the lines behind the head for 8 and 9.
-    bool AssembleBody(qint32 scriptType, QString &out) const;
+    // `out`: the whole file for SAMI, SRT and SMP, the lines behind the head for LRC and
+    // SST.
+    bool AssembleBody(ScriptType scriptType, QString &out) const;
 
     qint32 ScriptSubType() const override;
     void setScriptSubType(qint32 value) override;

@@ -3,36 +3,19 @@
 #include "core/IPrompt.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/basFileTypes.h"
 #include "script/CTiming.h"
 #include "shell/CRecentFile.h"
 #include "timing/CTimingGrid.h"
 
 namespace basTimingFile {
 
-qint32 OpenTypeFromExtension(const QString &fileName)
+ScriptType OpenTypeFromExtension(const QString &fileName)
 {
-    const qsizetype dot = fileName.lastIndexOf(u'.');
-    const qsizetype slash = qMax(fileName.lastIndexOf(u'/'), fileName.lastIndexOf(u'\\'));
-    if (dot < 0 || dot < slash)
-        return 7;
-    const QString ext = fileName.mid(dot + 1).toUpper();
-    if (ext == u"TXT")
-        return 7;
-    if (ext == u"SSA")
-        return 1;
-    if (ext == u"ASS")
-        return 2;
-    if (ext == u"SMI")
-        return 3;
-    if (ext == u"SRT")
-        return 4;
-    if (ext == u"LRC")
-        return 8;
-    if (ext == u"SST")
-        return 9;
-    if (ext == u"SMP")
-        return 5;
-    return 7;
+    const qsizetype dot = ExtensionDot(fileName);
+    if (dot < 0)
+        return ScriptType::DialogueText;
+    return OpenedTypeOfExtension(fileName.mid(dot + 1).toUpper()).value_or(ScriptType::DialogueText);
 }
 
 // The document's own grid, if it has one, takes the lines just read. A body of another
@@ -46,18 +29,18 @@ static void loadGrid(CTiming &doc)
 }
 
 // The text into the document (and its grid unless it is plain text), left unchanged.
-static void takeText(CTiming &doc, qint32 type, const QString &text)
+static void takeText(CTiming &doc, ScriptType type, const QString &text)
 {
     doc.setScriptType(type);
     doc.setContent(text);
-    if (type != 7)
+    if (type != ScriptType::DialogueText)
         loadGrid(doc);
     doc.setChanged(false);
 }
 
 // The name is recorded as opened, and goes into the recent files unless it is the
 // start-up script.
-static void recordOpened(CTiming &doc, const QString &fileName, qint32 type)
+static void recordOpened(CTiming &doc, const QString &fileName, ScriptType type)
 {
     doc.setFileName(fileName);
     const bool initScript = fileName.endsWith(QStringLiteral("/Init.ass"), Qt::CaseInsensitive)
@@ -72,16 +55,16 @@ static OpenResult unreadable(const QString &fileName)
     return OpenResult::Unreadable;
 }
 
-void ReadIntoDocument(CTiming &doc, qint32 type, const QString &text, bool unicode)
+void ReadIntoDocument(CTiming &doc, ScriptType type, const QString &text, bool unicode)
 {
-    doc.FileCode = unicode ? -1 : 0;
-    doc.TimingOption = 255;
+    doc.FileCode = unicode ? FileCode::Unicode : FileCode::ANSI;
+    doc.TimingOption = SaveOption::Whole;
     takeText(doc, type, text);
 }
 
-OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
+OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, std::optional<ScriptType> openAs)
 {
-    const qint32 type = openAs >= 0 ? openAs : OpenTypeFromExtension(fileName);
+    const ScriptType type = openAs ? *openAs : OpenTypeFromExtension(fileName);
     const WholeFileRead read = ReadWholeFile(fileName, false);
     if (!read.Ok)
         return unreadable(fileName);
@@ -93,7 +76,7 @@ OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, qint32 openAs)
 }
 
 OpenResult OpenWithOptions(
-    CTiming &doc, const QString &fileName, qint32 type, qint32 fileCode, qint32 timingOption)
+    CTiming &doc, const QString &fileName, ScriptType type, FileCode fileCode, qint32 timingOption)
 {
     const TextFileRead read = ReadTextStream(fileName, fileCode);
     if (!read.Ok)
@@ -110,13 +93,13 @@ OpenResult OpenWithOptions(
 void PrepareSave(CFileOptionModel &model, CTiming &doc)
 {
     model.Init();
-    model.ParentWindowType = 0;
+    model.ParentWindowType = ParentWindowType::Timing;
     model.TimingDocument = &doc;
     model.FileName = doc.FileName();
     model.FileCode = doc.FileCode;
     model.TimingOption = doc.TimingOption;
     model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
-    model.setOperation(2);
+    model.setOperation(FileOperation::Save);
     model.setTimeFormat(doc.TimeFormat());
     model.UpdateContentByClass();
 }
@@ -137,12 +120,12 @@ bool SaveWithOptions(CTiming &doc, const QString &fileName, const SaveChoice &ch
     model.Init();
     // Every choice below would remake the preview; it is made once, at the end.
     model.AutoUpdate = false;
-    model.ParentWindowType = 0;
+    model.ParentWindowType = ParentWindowType::Timing;
     model.TimingDocument = &doc;
     model.BackupBeforeSave = choice.Backup;
     model.TimingOption = choice.TimingOption;
     model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
-    model.setOperation(2);
+    model.setOperation(FileOperation::Save);
     model.setSubTypeButton(choice.SubType);
     model.ClickFileType(choice.Type);
     model.setTimeFormat(choice.TimeFormat);

@@ -67,12 +67,12 @@ void CFont::Init(const QString &StyleName)
 void CFont::setParent(CFonts *parent)
 {
     m_parent = parent;
-    m_expectedFields = parent && parent->ScriptType == 2 ? 22 : 16;
+    m_expectedFields = parent && parent->ScriptType == ScriptType::ASS ? 22 : 16;
 }
 
-qint32 CFont::ScriptType() const
+::ScriptType CFont::ScriptType() const
 {
-    return m_parent ? m_parent->ScriptType : 2;
+    return m_parent ? m_parent->ScriptType : ::ScriptType::ASS;
 }
 
 void CFont::setColour(QStringView value, qint32 &colour, qint32 *alpha)
@@ -124,7 +124,7 @@ void CFont::Parse(QStringView s)
         return;
     }
     OriginalStyleName.clear();
-    const qint32 type = ScriptType();
+    const ::ScriptType type = ScriptType();
     qsizetype i = -1;
     // Each field on its own: a value that does not convert leaves the field as it was.
     auto next = [&](const std::function<void(QStringView)> &assign) {
@@ -143,14 +143,14 @@ void CFont::Parse(QStringView s)
     int16(m_fontSize);
     next([&](QStringView v) { setPrimaryColour(v); });
     next([&](QStringView v) { setSecondaryColour(v); });
-    if (type == 1)
+    if (type == ::ScriptType::SSA)
         next([&](QStringView v) { setTertiaryColour(v); });
     else
         next([&](QStringView v) { setOutlineColor(v); });
     next([&](QStringView v) { setBackColour(v); });
     int16(m_bold);
     int16(m_italic);
-    if (type == 2) {
+    if (type == ::ScriptType::ASS) {
         int16(m_underLine);
         int16(m_strikeOut);
         dbl(m_scaleX);
@@ -161,7 +161,7 @@ void CFont::Parse(QStringView s)
     int16(m_borderStyle);
     int16(m_outlineWidth);
     int16(m_shadow);
-    if (type == 1)
+    if (type == ::ScriptType::SSA)
         next([&](QStringView v) { m_alignment = CInt(SSAAlignToASS(v.toString())); });
     else
         int16(m_alignment);
@@ -169,7 +169,7 @@ void CFont::Parse(QStringView s)
     dbl(m_marginR);
     dbl(m_marginV);
     // A 17-field SSA line has no AlphaLevel: its last field is the encoding.
-    if (type == 1 && i + 1 < highest)
+    if (type == ::ScriptType::SSA && i + 1 < highest)
         int16(m_alphaLevel);
     dbl(m_encoding);
 }
@@ -184,7 +184,7 @@ QString CFont::Content()
             out += u"\r\n";
         }
     }
-    const bool ssa = ScriptType() == 1;
+    const bool ssa = ScriptType() == ::ScriptType::SSA;
     const QChar comma = u',';
     out += u"Style: ";
     out += m_styleName + comma + m_fontName + comma + QString::number(m_fontSize) + comma;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/isub.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringView>
@@ -37,8 +38,8 @@ public:
     void setParent(CFonts *parent);
     QObject *Window() const { return m_window; }
     void setWindow(QObject *window) { m_window = window; }
-    // 1 SSA, 2 ASS: the parent's type (2 without a parent).
-    qint32 ScriptType() const;
+    // The parent's type (ASS without a parent).
+    ::ScriptType ScriptType() const;
 
     const QString &StyleName() const { return m_styleName; }
     void setStyleName(const QString &value) { m_styleName = value; }

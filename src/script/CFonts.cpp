@@ -11,7 +11,7 @@ using namespace basScript;
 
 void CFonts::Init()
 {
-    ScriptType = 2;
+    ScriptType = ::ScriptType::ASS;
     m_fonts.Clear();
     Create(QStringLiteral("Default"));
 }
@@ -123,7 +123,7 @@ std::unique_ptr<CFont> CFonts::CopyFont(const CFont &src)
 
 void CFonts::Read(QStringView text)
 {
-    if (ScriptType != 1 && ScriptType != 2)
+    if (ScriptType != ::ScriptType::SSA && ScriptType != ::ScriptType::ASS)
         return;
     Clear();
     const QList<QStringView> lines = SplitLines(text);
@@ -173,13 +173,13 @@ void CFonts::Read(QStringView text)
 QString CFonts::Content()
 {
     QString out;
-    if (ScriptType == 1) {
+    if (ScriptType == ::ScriptType::SSA) {
         out += u"[V4 Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, "
                u"TertiaryColour, "
                u"BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, MarginL, MarginR, "
                u"MarginV, "
                u"AlphaLevel, Encoding\r\n";
-    } else if (ScriptType == 2) {
+    } else if (ScriptType == ::ScriptType::ASS) {
         out += u"[V4+ Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, "
                u"OutlineColour, "
                u"BackColour, Bold, Italic, Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, "
@@ -193,7 +193,7 @@ QString CFonts::Content()
         out += u"\r\n";
     }
     if (m_fonts.IsEmpty()) {
-        out += ScriptType == 1
+        out += ScriptType == ::ScriptType::SSA
             ? u"Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134\r\n"
             : u"Style: "
               u"Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,100,100,0,0.00,1,2,3,"

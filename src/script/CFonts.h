@@ -4,6 +4,7 @@
 #include "core/ICollection.h"
 #include "core/isub.h"
 #include "script/CFont.h"
+#include "script/ScriptType.h"
 
 #include <QStringView>
 #include <functional>
@@ -15,8 +16,8 @@
 class CFonts : public isub, public ICollection
 {
 public:
-    // 1 SSA, 2 ASS, 3 SAMI...: pushed down from the timing document.
-    qint32 ScriptType = 2;
+    // Pushed down from the timing document.
+    ::ScriptType ScriptType = ::ScriptType::ASS;
 
     // An empty list with one style "Default": a new list is never empty.
     void Init() override;

@@ -24,8 +24,8 @@ bool isFlagLine(const CSSAContentLine &line)
 
 void CSSAContent::Init()
 {
-    ScriptType = 1;
-    SaveOption = 255;
+    ScriptType = ::ScriptType::SSA;
+    SaveOption = ::SaveOption::Whole;
     m_lines.Clear();
 }
 
@@ -200,13 +200,13 @@ void CSSAContent::Read(QStringView text)
 
 QString CSSAContent::Content()
 {
-    const bool ssa = ScriptType == 1;
+    const bool ssa = ScriptType == ::ScriptType::SSA;
     QString out;
     qsizetype size = 128;
     for (const CSSAContentLine *line : m_lines)
         size += line->Dialog().size() + 96;
     out.reserve(size);
-    if (SaveOption & 64) {
+    if (SaveOption & ::SaveOption::OtherColumns) {
         out += u"[Events]\r\n";
         out += ssa ? u"Format: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text"
                    : u"Format: Layer, Start, End, Style, Actor, MarginL, MarginR, MarginV, Effect, Text";

@@ -4,6 +4,8 @@
 #include "core/ICollection.h"
 #include "core/isub.h"
 #include "script/CSSAContentLine.h"
+#include "script/SaveOption.h"
+#include "script/ScriptType.h"
 
 #include <QStringView>
 #include <functional>
@@ -20,13 +22,13 @@ class CSSAContent : public isub, public ICollection
 {
 public:
     // Public fields.
-    // 1 SSA, anything else ASS.
-    qint32 ScriptType = 1;
+    // SSA, anything else reads and writes as ASS.
+    ::ScriptType ScriptType = ::ScriptType::SSA;
     qint32 ScriptSubType = 0;
     IPlayerWindow *PlayerWindow = nullptr;
-    // Output mask: 4 start, 8 end, 16 text, 32 text with tags, 64 section head, line
-    // type, first field, style, speaker, margins and effect.
-    qint32 SaveOption = 255;
+    // Output mask, SaveOption bits from StartTime on (OtherColumns: the section head,
+    // line type, first field, style, speaker, margins and effect).
+    qint32 SaveOption = ::SaveOption::Whole;
     bool Dirty = false;
 
     void Init() override;

@@ -6,6 +6,7 @@
 #include "core/basMessage.h"
 #include "core/basTime.h"
 #include "script/CSSAContent.h"
+#include "script/SaveOption.h"
 #include "script/basScript.h"
 
 using namespace basScript;
@@ -252,14 +253,14 @@ const QString &CSSAContentLine::DialogText() const
     return m_dialogText;
 }
 
-qint32 CSSAContentLine::ScriptType() const
+::ScriptType CSSAContentLine::ScriptType() const
 {
-    return m_parent ? m_parent->ScriptType : 2;
+    return m_parent ? m_parent->ScriptType : ::ScriptType::ASS;
 }
 
 qint32 CSSAContentLine::SaveOption() const
 {
-    return m_parent ? m_parent->SaveOption : 255;
+    return m_parent ? m_parent->SaveOption : ::SaveOption::Whole;
 }
 
 void CSSAContentLine::fail()
@@ -317,7 +318,7 @@ void CSSAContentLine::Parse(QStringView s)
     thread_local QString styleCache, ownerCache, marginCache[3];
     try {
         const QStringView first = part(0);
-        if (ScriptType() == 1) {
+        if (ScriptType() == ::ScriptType::SSA) {
             const qsizetype eq = first.indexOf(u'=');
             m_marked = toInteger(eq < 0 ? first : first.sliced(eq + 1));
         } else {
@@ -351,8 +352,8 @@ void CSSAContentLine::AppendContent(QString &out) const
     if (Blank || (m_dialog.isEmpty() && StartTime() == 0 && EndTime() == 0))
         return;
     const qint32 mask = SaveOption();
-    const bool ssa = ScriptType() == 1;
-    if (mask & 64) {
+    const bool ssa = ScriptType() == ::ScriptType::SSA;
+    if (mask & ::SaveOption::OtherColumns) {
         out += LineTypeName(LineType);
         out += u": ";
         if (ssa) {
@@ -365,15 +366,15 @@ void CSSAContentLine::AppendContent(QString &out) const
         }
         out += u',';
     }
-    if (mask & 4) {
+    if (mask & ::SaveOption::StartTime) {
         appendTimeString(out, StartTime());
         out += u',';
     }
-    if (mask & 8) {
+    if (mask & ::SaveOption::EndTime) {
         appendTimeString(out, EndTime());
         out += u',';
     }
-    if (mask & 64) {
+    if (mask & ::SaveOption::OtherColumns) {
         if (TrimView(m_style).isEmpty())
             out += starDefault();
         else
@@ -391,6 +392,6 @@ void CSSAContentLine::AppendContent(QString &out) const
             AppendPattern0000(out, Effect());
         out += u',';
     }
-    if (mask & 16)
-        out += (mask & 32) ? m_dialog : DialogText();
+    if (mask & ::SaveOption::Dialog)
+        out += (mask & ::SaveOption::DialogTags) ? m_dialog : DialogText();
 }

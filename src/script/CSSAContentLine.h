@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/isub.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringView>
@@ -98,9 +99,9 @@ public:
     double TimeOffset() const { return m_timeOffset; }
     void setTimeOffset(double value) { m_timeOffset = value; }
 
-    // 1 for SSA, anything else ASS: the parent's script type (ASS without a parent).
-    qint32 ScriptType() const;
-    // The parent's output mask (255 without a parent).
+    // SSA, anything else ASS: the parent's script type (ASS without a parent).
+    ::ScriptType ScriptType() const;
+    // The parent's output mask (the whole line without a parent).
     qint32 SaveOption() const;
 
     // The line's text form under the parent's mask; "" for a blank or empty line.

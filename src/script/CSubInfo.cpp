@@ -46,7 +46,7 @@ void CSubInfo::Clear()
 {
     m_title = QStringLiteral("云帆字幕");
     m_originalScript = QStringLiteral("云帆字幕组");
-    m_scriptType = 2;
+    m_scriptType = ScriptType::ASS;
     m_collisions = 0;
     m_playDepth = 0;
     m_timer = 100;
@@ -75,11 +75,11 @@ void CSubInfo::makeVelmarComment()
 QString CSubInfo::ScriptTypeName() const
 {
     switch (m_scriptType) {
-    case 1:
+    case ScriptType::SSA:
         return QStringLiteral("SSA V4.00");
-    case 2:
+    case ScriptType::ASS:
         return QStringLiteral("AAS V4.00+");
-    case 3:
+    case ScriptType::SAMI:
         return QStringLiteral("SAMI");
     default:
         throw VelmarError::InvalidCall();
@@ -88,9 +88,9 @@ QString CSubInfo::ScriptTypeName() const
 
 QString CSubInfo::scriptTypeKey() const
 {
-    if (m_scriptType == 1)
+    if (m_scriptType == ScriptType::SSA)
         return QStringLiteral("v4.00");
-    if (m_scriptType == 3)
+    if (m_scriptType == ScriptType::SAMI)
         return QStringLiteral("SAMI");
     return QStringLiteral("v4.00+");
 }
@@ -162,7 +162,7 @@ void CSubInfo::Read(QStringView text)
             else if (key == u"UPDATE DETAILS")
                 m_updateDetails = value.toString();
             else if (key == u"SCRIPTTYPE")
-                m_scriptType = TrimView(value) == u"v4.00+" ? 2 : 1;
+                m_scriptType = TrimView(value) == u"v4.00+" ? ScriptType::ASS : ScriptType::SSA;
             else if (key == u"COLLISIONS")
                 m_collisions = EqualsUpper(TrimView(value), u"REVERSE") ? 1 : 0;
             else if (key == u"PLAYRESX")
@@ -183,8 +183,8 @@ QString CSubInfo::Content()
 {
     QString out;
     switch (m_scriptType) {
-    case 1:
-    case 2: {
+    case ScriptType::SSA:
+    case ScriptType::ASS: {
         out += QStringLiteral("[Script Info]") + crlf;
         if (!m_comment.isEmpty())
             for (QStringView line : QStringView(m_comment).split(crlf))
@@ -222,7 +222,7 @@ QString CSubInfo::Content()
         out += QStringLiteral("WrapStyle:") + QString::number(m_wrapStyle) + crlf;
         break;
     }
-    case 3:
+    case ScriptType::SAMI:
         out += QStringLiteral("<HEAD>") + crlf + QStringLiteral("<TITLE>") + m_title
             + QStringLiteral("</TITLE>") + crlf + QStringLiteral("<!--") + crlf;
         makeVelmarComment();
@@ -235,7 +235,7 @@ QString CSubInfo::Content()
             + QStringLiteral("-->") + crlf + QStringLiteral("</STYLE>") + crlf + QStringLiteral("</HEAD>")
             + crlf;
         break;
-    case 8:
+    case ScriptType::LRC:
         if (!m_lrcName.isEmpty())
             out += QStringLiteral("[ti:") + m_lrcName + QStringLiteral("]") + crlf;
         if (!m_lrcArtist.isEmpty())
@@ -247,7 +247,7 @@ QString CSubInfo::Content()
         if (m_lrcOffset != 0)
             out += QStringLiteral("[offset:") + CStr(m_lrcOffset) + QStringLiteral("]") + crlf;
         break;
-    case 9:
+    case ScriptType::SST:
         out = SSTHead;
         break;
     default:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/isub.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringView>
@@ -36,8 +37,8 @@ public:
     void setScriptUpdatedBy(const QString &value) { m_scriptUpdatedBy = value; }
     QString UpdateDetails() const { return m_updateDetails; }
     void setUpdateDetails(const QString &value) { m_updateDetails = value; }
-    qint32 ScriptType() const { return m_scriptType; }
-    void setScriptType(qint32 value) { m_scriptType = value; }
+    ::ScriptType ScriptType() const { return m_scriptType; }
+    void setScriptType(::ScriptType value) { m_scriptType = value; }
     qint16 Collisions() const { return m_collisions; }
     void setCollisions(qint16 value) { m_collisions = value; }
     double PlayResX() const { return m_playResX; }
@@ -94,7 +95,7 @@ private:
     double m_synchPoint = 0;
     QString m_scriptUpdatedBy;
     QString m_updateDetails;
-    qint32 m_scriptType = 2;
+    ::ScriptType m_scriptType = ::ScriptType::ASS;
     qint16 m_collisions = 0;
     double m_playResX = 0;
     double m_playResY = 0;

@@ -38,12 +38,12 @@ void CTiming::Init(qint32 SerialNo, QObject *Window)
     Fonts = Class::MakeCollection<CFonts>();
     Formats.Init(this);
     Preview = Class::Make<CPreview>(static_cast<isub *>(this));
-    setScriptType(2);
-    TimingOption = 255;
+    setScriptType(ScriptType::ASS);
+    TimingOption = SaveOption::Whole;
     setTimeFormat(0);
 }
 
-void CTiming::setScriptType(qint32 type)
+void CTiming::setScriptType(::ScriptType type)
 {
     m_scriptType = type;
     ScriptInfo->setScriptType(type);
@@ -72,7 +72,7 @@ void CTiming::setTimingTable(ITimingGrid *grid)
 void CTiming::Read(QStringView text)
 {
     try {
-        if (m_scriptType == 7) {
+        if (m_scriptType == ScriptType::DialogueText) {
             FillTextColumn(text);
             return;
         }
@@ -89,20 +89,20 @@ void CTiming::Read(QStringView text)
 void CTiming::readBody(QStringView text)
 {
     switch (m_scriptType) {
-    case 0:
+    case ScriptType::Plain:
         SSAContent->Read(text);
         break;
-    case 1:
-    case 2:
+    case ScriptType::SSA:
+    case ScriptType::ASS:
         ScriptInfo->Read(text);
         Fonts->Read(text);
         SSAContent->Read(text);
         break;
-    case 3: // SAMI
-    case 4: // SRT
-    case 5: // SMP
-    case 8: // LRC
-    case 9: // SST
+    case ScriptType::SAMI:
+    case ScriptType::SRT:
+    case ScriptType::SMP:
+    case ScriptType::LRC:
+    case ScriptType::SST:
         Formats.ReadBody(m_scriptType, text);
         // The grid fills the events from the body when it loads; without one, here.
         if (!TimingTable)
@@ -131,32 +131,32 @@ QString CTiming::Content()
 void CTiming::assembleBody(QString &out)
 {
     switch (m_scriptType) {
-    case 0:
+    case ScriptType::Plain:
         out += SSAContent->Content();
         break;
-    case 1:
-    case 2:
-        if (TimingOption & 1)
+    case ScriptType::SSA:
+    case ScriptType::ASS:
+        if (TimingOption & SaveOption::Head)
             out += ScriptInfo->Content() + crlf;
-        if (TimingOption & 2)
+        if (TimingOption & SaveOption::Styles)
             out += Fonts->Content() + crlf;
         SSAContent->SaveOption = TimingOption;
         out += SSAContent->Content();
         break;
-    case 7:
+    case ScriptType::DialogueText:
         out += StripOverrides(SSAContent->Dialog());
         break;
-    case 8: // LRC: the tags, then the converted lines
+    case ScriptType::LRC: // the tags, then the converted lines
         out += ScriptInfo->Content();
         Formats.AssembleBody(m_scriptType, out);
         break;
-    case 9: // SST: the head, then the converted lines
+    case ScriptType::SST: // the head, then the converted lines
         out += ScriptInfo->Content() + crlf;
         Formats.AssembleBody(m_scriptType, out);
         break;
-    case 3: // SAMI
-    case 4: // SRT
-    case 5: // SMP
+    case ScriptType::SAMI:
+    case ScriptType::SRT:
+    case ScriptType::SMP:
         Formats.AssembleBody(m_scriptType, out);
         break;
     default:

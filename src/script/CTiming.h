@@ -1,10 +1,13 @@
 #pragma once
 
+#include "core/FileCode.h"
 #include "core/isub.h"
 #include "formats/CTimingFormats.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 #include "script/CSubInfo.h"
+#include "script/SaveOption.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringView>
@@ -47,10 +50,10 @@ public:
     double KaraOKStartTime = 0;
     double ReactOffsetStart = 0;
     double ReactOffsetEnd = 0;
-    // Which sections go out: 1 head, 2 styles, and the event mask of CSSAContent.
-    qint32 TimingOption = 255;
-    // 0 ANSI, -1 Unicode, -2 system default.
-    qint32 FileCode = 0;
+    // Which sections go out (SaveOption bits): the head, the styles, and the event mask
+    // of CSSAContent.
+    qint32 TimingOption = SaveOption::Whole;
+    ::FileCode FileCode = ::FileCode::ANSI;
     // The capture routine of the window: where a time handed out by CTimings goes.
     std::function<void(double time)> OnNewTime;
 
@@ -61,10 +64,10 @@ public:
     CTimings *Parent() const { return m_parent; }
     void setParent(CTimings *parent) { m_parent = parent; }
 
-    // 0 bare events, 1 SSA, 2 ASS, 3 SAMI, 4 SRT, 5 SMP, 7 plain text, 8 LRC, 9 SST.
-    // Pushed into the head, the styles and the event list, in that order.
-    qint32 ScriptType() const { return m_scriptType; }
-    void setScriptType(qint32 type);
+    // Any type but rich text and video. Pushed into the head, the styles and the event
+    // list, in that order.
+    ::ScriptType ScriptType() const { return m_scriptType; }
+    void setScriptType(::ScriptType type);
     qint32 ScriptSubType() const { return m_scriptSubType; }
     void setScriptSubType(qint32 subType);
     qint32 TimeFormat() const { return m_timeFormat; }
@@ -95,7 +98,7 @@ private:
 
     CTimings *m_parent = nullptr;
     IPlayerWindow *m_playerWindow = nullptr;
-    qint32 m_scriptType = 2;
+    ::ScriptType m_scriptType = ::ScriptType::ASS;
     qint32 m_scriptSubType = 0;
     qint32 m_timeFormat = 0;
 };

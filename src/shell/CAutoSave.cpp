@@ -32,7 +32,7 @@ public:
 private:
     IAutoSaveDocument &m_doc;
     bool m_timing;
-    qint32 m_type;
+    ScriptType m_type;
     qint32 m_option;
 };
 
@@ -42,14 +42,14 @@ QString wholeText(IAutoSaveDocument &doc)
     case IAutoSaveDocument::Timing: {
         // The whole ASS script, whatever format the document is kept in.
         SwapBack back(doc, true);
-        doc.setScriptType(2);
-        doc.setTimingOption(255);
+        doc.setScriptType(ScriptType::ASS);
+        doc.setTimingOption(SaveOption::Whole);
         return doc.Content();
     }
     case IAutoSaveDocument::Translate: {
         // Rich text with its tables, the options as they stand.
         SwapBack back(doc, false);
-        doc.setScriptType(6);
+        doc.setScriptType(ScriptType::RichText);
         return doc.Content();
     }
     default:

@@ -42,7 +42,7 @@ IForm *CDocumentRouter::OpenDocument(int kind)
     return nullptr;
 }
 
-IForm *CDocumentRouter::OpenFileByType(const QString &fileName, std::optional<int> fileType)
+IForm *CDocumentRouter::OpenFileByType(const QString &fileName, std::optional<ScriptType> fileType)
 {
     const QString name = basConvert::Trim(fileName);
     DocumentWindowKind kind;

@@ -32,7 +32,7 @@ public:
     IForm *OpenDocument(int kind);
     // The trimmed name goes to the window its type chooses (or, with no type, its
     // extension), which opens it. Refused names show the message.
-    IForm *OpenFileByType(const QString &fileName, std::optional<int> fileType = std::nullopt);
+    IForm *OpenFileByType(const QString &fileName, std::optional<ScriptType> fileType = std::nullopt);
     // A recent-menu caption: its label gives the type, the rest is the name.
     IForm *OpenRecentFile(const QString &caption);
     // The active window saves (kinds 0, 1 and 4; others do nothing).

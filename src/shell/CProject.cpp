@@ -27,7 +27,7 @@ void CProject::Init(QObject *window, QObject *project)
     setSerialNo(1);
 }
 
-void CProject::AddFile(const QString &path, qint32 scriptType)
+void CProject::AddFile(const QString &path, ScriptType scriptType)
 {
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
     setChanged(true);
@@ -60,7 +60,7 @@ QString CProject::Format(const QString &projectFileName) const
         if (path.startsWith(QStringLiteral("../")) || path == QStringLiteral("..")
             || QDir::isAbsolutePath(path))
             path = f.Path;
-        out += QString::number(f.ScriptType) + u'\t' + path + QStringLiteral("\r\n");
+        out += QString::number(qint32(f.ScriptType)) + u'\t' + path + QStringLiteral("\r\n");
     }
     return out;
 }
@@ -105,7 +105,7 @@ bool CProject::Parse(
             error = QStringLiteral("line %1 is not a file entry").arg(i + 1);
             return false;
         }
-        read.push_back({ absoluteOf(path, base), type });
+        read.push_back({ absoluteOf(path, base), ScriptType(type) });
     }
     files = std::move(read);
     return true;

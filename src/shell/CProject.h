@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/isub.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,7 +13,7 @@ class QObject;
 struct ProjectFile
 {
     QString Path; // absolute in memory
-    qint32 ScriptType = 0; // the file-kind number; 100 for a video
+    ::ScriptType ScriptType = ::ScriptType::Plain; // stored as its number
 };
 
 // A subtitle project: the list of its files with their types, kept in a ".vlr" file.
@@ -43,7 +44,7 @@ public:
 
     const std::vector<ProjectFile> &Files() const { return m_files; }
     // Adds a file (made absolute); a path already listed only takes the new type.
-    void AddFile(const QString &path, qint32 scriptType);
+    void AddFile(const QString &path, ::ScriptType scriptType);
     bool RemoveFile(const QString &path);
 
     // Reads a project file; false, with LastError, when it cannot be read or breaks the

@@ -3,6 +3,7 @@
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basSetting.h"
+#include "formats/basFileTypes.h"
 
 using namespace basConvert;
 
@@ -31,15 +32,15 @@ void CRecentFile::Init(qint32 length)
 {
     length = std::max<qint32>(0, length);
     m_names.assign(size_t(length), QString());
-    m_types.assign(size_t(length), 0);
+    m_types.assign(size_t(length), ScriptType::Plain);
     for (qint32 slot = 1; slot <= length; ++slot) {
         const QString n = QString::number(slot);
         m_names[size_t(slot - 1)] = GetSetting(kSection, QStringLiteral("FileName") + n, QString());
         try {
             m_types[size_t(slot - 1)]
-                = CLng(GetSetting(kSection, QStringLiteral("FileType") + n, QStringLiteral("0")));
+                = ScriptType(CLng(GetSetting(kSection, QStringLiteral("FileType") + n, QStringLiteral("0"))));
         } catch (const VelmarError &) {
-            m_types[size_t(slot - 1)] = 0;
+            m_types[size_t(slot - 1)] = ScriptType::Plain;
         }
     }
     UpdateRecentFileMenu();
@@ -50,12 +51,12 @@ QString CRecentFile::FileName(int slot) const
     return slot >= 1 && slot <= Length() ? m_names[size_t(slot - 1)] : QString();
 }
 
-qint32 CRecentFile::FileType(int slot) const
+ScriptType CRecentFile::FileType(int slot) const
 {
-    return slot >= 1 && slot <= Length() ? m_types[size_t(slot - 1)] : 0;
+    return slot >= 1 && slot <= Length() ? m_types[size_t(slot - 1)] : ScriptType::Plain;
 }
 
-void CRecentFile::InsertRecentFileList(const QString &name, qint32 type)
+void CRecentFile::InsertRecentFileList(const QString &name, ScriptType type)
 {
     const qint32 length = Length();
     if (length == 0)
@@ -97,37 +98,41 @@ void CRecentFile::UpdateRecentFileMenu()
     for (qint32 slot = 1; slot <= Length(); ++slot) {
         const QString n = QString::number(slot);
         SaveSetting(kSection, QStringLiteral("FileName") + n, m_names[size_t(slot - 1)]);
-        SaveSetting(kSection, QStringLiteral("FileType") + n, QString::number(m_types[size_t(slot - 1)]));
+        SaveSetting(
+            kSection, QStringLiteral("FileType") + n, QString::number(qint32(m_types[size_t(slot - 1)])));
     }
 }
 
-QString CRecentFile::ScripyTypeName(qint32 type)
+namespace {
+
+// The labels of the entries, by the window that opens the file.
+QString windowLabel(DocumentWindowKind window)
 {
-    switch (type) {
-    case 0:
-    case 6:
+    switch (window) {
+    case DocumentWindowKind::Translate:
         return QStringLiteral("翻译");
-    case 1:
-    case 2:
-    case 3:
-    case 4:
-    case 5:
-    case 7:
-    case 8:
-    case 9:
+    case DocumentWindowKind::Timing:
         return QStringLiteral("时间轴");
-    case 100:
+    case DocumentWindowKind::Player:
         return QStringLiteral("动画");
     default:
         return QStringLiteral("未知类型");
     }
 }
 
-qint32 CRecentFile::ScripyType(const QString &name)
+} // namespace
+
+QString CRecentFile::ScripyTypeName(ScriptType type)
 {
-    if (name == QStringLiteral("时间轴"))
-        return 1;
-    if (name == QStringLiteral("动画"))
-        return 100;
-    return 0;
+    const FileTypeRow *row = FileTypeOf(type);
+    return windowLabel(row ? row->Window : DocumentWindowKind::None);
+}
+
+ScriptType CRecentFile::ScripyType(const QString &name)
+{
+    // The first type of the labelled window.
+    for (const FileTypeRow &row : FileTypes())
+        if (windowLabel(row.Window) == name)
+            return row.Type;
+    return ScriptType::Plain;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "script/ScriptType.h"
+
 #include <QString>
 #include <QtGlobal>
 #include <functional>
@@ -12,7 +14,7 @@ struct RecentFileMenuEntry
     bool Visible = false; // an unused slot is hidden; its entry stays in place
     QString Caption; // "1: 时间轴: /path/file.ass"
     QString FileName;
-    qint32 Type = 0; // ScriptType, or 100 for a video
+    ScriptType Type = ScriptType::Plain;
 };
 
 // The list of files last used, kept in the "Recent" section of the store and shown as a
@@ -29,11 +31,11 @@ public:
     qint32 Length() const { return qint32(m_names.size()); }
     // Slots count from 1.
     QString FileName(int slot) const;
-    qint32 FileType(int slot) const;
+    ScriptType FileType(int slot) const;
 
     // Puts the file first; a file already listed (compared upper-cased) moves up, any
     // other pushes the last entry out. Then updates the menu.
-    void InsertRecentFileList(const QString &name, qint32 type);
+    void InsertRecentFileList(const QString &name, ScriptType type);
 
     // Rebuilds the menu model, tells the windows, and writes every slot to the store.
     void UpdateRecentFileMenu();
@@ -42,12 +44,13 @@ public:
     std::function<void(const std::vector<RecentFileMenuEntry> &)> MenuChanged;
 
     // The label of a file type, and back.
-    static QString ScripyTypeName(qint32 type);
-    static qint32 ScripyType(const QString &name);
+    static QString ScripyTypeName(ScriptType type);
+    static ScriptType ScripyType(const QString &name);
 
 private:
     std::vector<QString> m_names;
-    std::vector<qint32> m_types;
+    // Kept in the store as their numbers.
+    std::vector<ScriptType> m_types;
     std::vector<RecentFileMenuEntry> m_menu;
 };
 

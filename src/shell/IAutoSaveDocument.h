@@ -1,5 +1,8 @@
 #pragma once
 
+#include "script/SaveOption.h"
+#include "script/ScriptType.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -15,9 +18,9 @@ public:
     // The document's text in its present type and options (the notepad's editor text).
     virtual QString Content() = 0;
     // Timing and translation documents; others may keep the defaults.
-    virtual qint32 ScriptType() const { return 0; }
-    virtual void setScriptType(qint32) { }
-    // Timing documents only.
+    virtual ::ScriptType ScriptType() const { return ::ScriptType::Plain; }
+    virtual void setScriptType(::ScriptType) { }
+    // Timing documents only: SaveOption bits.
     virtual qint32 TimingOption() const { return 0; }
     virtual void setTimingOption(qint32) { }
 };

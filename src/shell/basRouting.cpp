@@ -10,46 +10,16 @@
 #include "script/CTimings.h"
 #include "shell/CRecentFile.h"
 
-#include <QStringList>
-
-DocumentWindowKind WindowKindOfType(int fileType)
+DocumentWindowKind WindowKindOfType(ScriptType fileType)
 {
-    switch (fileType) {
-    case 0:
-    case 6:
-        return DocumentWindowKind::Translate;
-    case 1:
-    case 2:
-    case 3:
-    case 4:
-    case 5:
-    case 7:
-        return DocumentWindowKind::Timing;
-    case 100:
-        return DocumentWindowKind::Player;
-    default:
-        return DocumentWindowKind::None;
-    }
+    const FileTypeRow *row = FileTypeOf(fileType);
+    return row && row->RoutedByType ? row->Window : DocumentWindowKind::None;
 }
 
 DocumentWindowKind WindowKindOfFileName(const QString &fileName)
 {
     const QString name = basConvert::Trim(fileName);
-    const QString extension = name.mid(name.lastIndexOf(u'.') + 1).toUpper();
-    static const QStringList timing { QStringLiteral("ASS"), QStringLiteral("SSA"), QStringLiteral("SMI"),
-        QStringLiteral("SAMI"), QStringLiteral("SRT") };
-    static const QStringList player { QStringLiteral("AVI"), QStringLiteral("DIVX"), QStringLiteral("VOB"),
-        QStringLiteral("MP3"), QStringLiteral("MPG"), QStringLiteral("MPGA"), QStringLiteral("ASF"),
-        QStringLiteral("WMV"), QStringLiteral("WMA"), QStringLiteral("MDI"), QStringLiteral("MKV") };
-    static const QStringList translate { QStringLiteral("TXT"), QStringLiteral("INI"),
-        QStringLiteral("RTF") };
-    if (timing.contains(extension))
-        return DocumentWindowKind::Timing;
-    if (player.contains(extension))
-        return DocumentWindowKind::Player;
-    if (translate.contains(extension))
-        return DocumentWindowKind::Translate;
-    return DocumentWindowKind::None;
+    return RoutedWindowOfExtension(name.mid(name.lastIndexOf(u'.') + 1).toUpper());
 }
 
 DocumentWindowKind WindowKindOfMenuKind(int kind, bool opening)
@@ -73,25 +43,16 @@ QString RefusedFileMessage(const QString &fileName)
     return QStringLiteral("请使用文件打开菜单来打开这个文件: ") + fileName;
 }
 
-QString FileDialogFilterKey(int action, int kind)
+QString FileDialogFilterKey(FileOperation action, ScriptType kind)
 {
-    if (kind == 0 || kind == 6)
-        return QStringLiteral("COMM_MSG_202");
-    if (kind >= 1 && kind <= 5 && action == 1)
-        return QStringLiteral("COMM_MSG_203");
-    if (kind >= 1 && kind <= 5 && action == 2)
-        return QStringLiteral("COMM_MSG_204");
-    if (kind == 9)
-        return QStringLiteral("COMM_MSG_207");
-    if (kind == 100)
-        return QStringLiteral("COMM_MSG_205");
-    return QStringLiteral("COMM_MSG_206");
+    const FileTypeRow *row = FileTypeOf(kind);
+    return FilterKey(row ? row->FrameFilter : FileFilter::Text, action);
 }
 
-QString ShowFileDialog(int action, int kind, const QString &fileName)
+QString ShowFileDialog(FileOperation action, ScriptType kind, const QString &fileName)
 {
     const QString filter = Msg(FileDialogFilterKey(action, kind));
-    if (action == 2)
+    if (action == FileOperation::Save)
         return Prompt().SaveFileName(QString(), filter, nullptr, fileName);
     return Prompt().OpenFileName(QString(), filter, nullptr, fileName);
 }
@@ -101,10 +62,8 @@ QString TimingSaveName(const QString &documentFileName, const QString &playerFil
     if (!documentFileName.isEmpty())
         return documentFileName;
     if (!playerFileName.isEmpty()) {
-        // Only a dot in the file's own name counts as its extension.
-        const qsizetype slash = qMax(playerFileName.lastIndexOf(u'/'), playerFileName.lastIndexOf(u'\\'));
-        const qsizetype dot = playerFileName.lastIndexOf(u'.');
-        const QString stem = dot > slash ? playerFileName.left(dot) : playerFileName;
+        const qsizetype dot = ExtensionDot(playerFileName);
+        const QString stem = dot >= 0 ? playerFileName.left(dot) : playerFileName;
         return stem + QStringLiteral(".ass");
     }
     if (!caption.isEmpty())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/IPrompt.h"
+#include "formats/basFileTypes.h"
 
 #include <QString>
 #include <functional>
@@ -10,14 +11,13 @@
 // dialog's filters, the proposed save names, and the question asked before a changed
 // document goes away.
 
-// The kinds of document window the frame can make.
-enum class DocumentWindowKind { None, Timing, Translate, Player, NotePad };
-
-// By a file type (ScriptType, 100 for a video): 0 and 6 a translation, 1 to 5 and 7 a
-// timing window, 100 a player; anything else none.
-DocumentWindowKind WindowKindOfType(int fileType);
+// By a file type, the window of its row when the frame routes the type (plain and rich
+// text a translation, SSA to SMP and dialogue text a timing window, a video a player);
+// anything else none.
+DocumentWindowKind WindowKindOfType(ScriptType fileType);
 // By the part behind the last "." of the name, upper-cased (a name without a dot is its
-// own extension). LRC, SST and SMP are not routed: they open through the menu.
+// own extension), the window of the row that routes it. LRC, SST and SMP are not routed:
+// they open through the menu.
 DocumentWindowKind WindowKindOfFileName(const QString &fileName);
 // The kinds of the File menu commands: 0 timing, 1 translation, 3 player (open only),
 // 4 notepad; none for other numbers.
@@ -26,11 +26,11 @@ DocumentWindowKind WindowKindOfMenuKind(int kind, bool opening);
 // The message asked for a file that no window takes by its extension.
 QString RefusedFileMessage(const QString &fileName);
 
-// The catalogue key of the file dialog's filter. Action 1 opens, 2 saves.
-QString FileDialogFilterKey(int action, int kind);
-// The common file dialog: action 1 opens, 2 saves (with the overwrite question). The
-// name is proposed when given. Cancel gives "".
-QString ShowFileDialog(int action, int kind, const QString &fileName = {});
+// The catalogue key of the file dialog's filter for opening or saving a file type.
+QString FileDialogFilterKey(FileOperation action, ScriptType kind);
+// The common file dialog: opens or saves (with the overwrite question). The name is
+// proposed when given. Cancel gives "".
+QString ShowFileDialog(FileOperation action, ScriptType kind, const QString &fileName = {});
 
 // The name proposed when a timing document is saved: its file name; else the player's
 // file with its last extension replaced by ".ass"; else the program folder, the
@@ -45,7 +45,7 @@ QString TranslateSaveName(const QString &documentFileName, const QString &captio
 // split into the file type of its label and the file name. Nothing without a ":".
 struct RecentCaption
 {
-    int Type = 0;
+    ScriptType Type = ScriptType::Plain;
     QString FileName;
 };
 std::optional<RecentCaption> ParseRecentCaption(const QString &caption);

@@ -23,7 +23,7 @@ CAssOverlay::CAssOverlay(QObject *parent)
     : QObject(parent)
 {
     m_lines.Init();
-    m_lines.ScriptType = 2;
+    m_lines.ScriptType = ScriptType::ASS;
     m_lines.SaveOption = 255;
 }
 
@@ -117,10 +117,10 @@ QString CAssOverlay::AssHead(CTiming &document)
         return {};
     CSubInfo &info = *document.ScriptInfo;
     CFonts &fonts = *document.Fonts;
-    const qint32 infoType = info.ScriptType();
-    const qint32 fontsType = fonts.ScriptType;
-    info.setScriptType(2);
-    fonts.ScriptType = 2;
+    const ScriptType infoType = info.ScriptType();
+    const ScriptType fontsType = fonts.ScriptType;
+    info.setScriptType(ScriptType::ASS);
+    fonts.ScriptType = ScriptType::ASS;
     QString head;
     try {
         head = info.Content() + QStringLiteral("\r\n") + fonts.Content();

@@ -516,17 +516,8 @@ void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
 
     // A file of another format becomes event lines first; its own list holds what was read.
     if (CTiming *owner = content.Parent(); owner && &content == owner->SSAContent.get()) {
-        switch (owner->ScriptType()) {
-        case 3:
-        case 4:
-        case 5:
-        case 8:
-        case 9:
+        if (CTimingFormats::IsFormatType(owner->ScriptType()))
             owner->Formats.FillEvents();
-            break;
-        default:
-            break;
-        }
     }
 
     if (!fonts && content.Parent() && content.Parent()->Fonts)
@@ -549,7 +540,7 @@ void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
     RefreshOwnerColumn(owners);
 
     const QStringList styles = StyleItems();
-    const bool ssa = content.ScriptType == 1;
+    const bool ssa = content.ScriptType == ScriptType::SSA;
     int row = grid.MaxRows() - 1;
     for (CSSAContentLine *line : content) {
         if (line->Blank)

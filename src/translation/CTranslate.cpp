@@ -159,7 +159,7 @@ void CTranslate::AddColorTableRow()
 
 void CTranslate::CopyDocument(const QTextDocument &from, QTextDocument &to) const
 {
-    if (ScriptType == 6) {
+    if (ScriptType == ::ScriptType::RichText) {
         to.clear();
         QTextCursor cursor(&to);
         cursor.insertFragment(QTextDocumentFragment(&from));
@@ -177,13 +177,13 @@ void CTranslate::Clear()
 
 void CTranslate::setContent(const QString &text)
 {
-    if (ScriptType == 6)
+    if (ScriptType == ::ScriptType::RichText)
         RtfToDocument(text, m_shadow);
     else
         m_shadow.setPlainText(toDocumentText(text));
     // A fault in the tables leaves the text as far as it got.
     try {
-        if (TranslateOption & 128)
+        if (TranslateOption & ::TranslateOption::ChangeTable)
             ReadTables();
     } catch (const std::exception &) { }
     CopyDocument(m_shadow, *m_view);
@@ -288,10 +288,11 @@ QString CTranslate::Content()
         m_shadow.setDefaultFont(m_view->defaultFont());
         QTextCursor(&m_shadow).insertFragment(QTextDocumentFragment(m_view));
         qsizetype start = 0;
-        if (TranslateOption & 128)
+        if (TranslateOption & ::TranslateOption::ChangeTable)
             start = WriteTables();
-        const bool plainOptions = ChangeOption == 0 || ChangeOption == 1;
-        if (!plainOptions && ScriptType == 0 && fromDocumentText(m_shadow.toPlainText()).size() >= 2049) {
+        const bool plainOptions = ChangeOption == 0 || ChangeOption == ::ChangeOption::Text;
+        if (!plainOptions && ScriptType == ::ScriptType::Plain
+            && fromDocumentText(m_shadow.toPlainText()).size() >= 2049) {
             const int answer
                 = MsgBox(QStringLiteral("对超过2K的文字进行带SSA格式转换时间轴，预计此操作将非常费时")
                         + QStringLiteral("\r\n") + QStringLiteral("建议停止这个操作或者缩短文字列"),
@@ -299,7 +300,7 @@ QString CTranslate::Content()
             if (answer == MsgBoxResult::Cancel)
                 return {};
         }
-        if (ScriptType != 0)
+        if (ScriptType != ::ScriptType::Plain)
             return DocumentToRtf(m_shadow);
         if (plainOptions)
             return DocumentPlainText(m_shadow);
@@ -323,7 +324,7 @@ QString CTranslate::RichTextToTags(qsizetype start) const
     qsizetype position = 0;
 
     auto colourText = [option](qint64 colour) {
-        if (option & 256) {
+        if (option & ChangeOption::BlackWhite) {
             if (colour == 0)
                 return QStringLiteral("FFFFFF");
             if (colour == 16777215)
@@ -334,23 +335,23 @@ QString CTranslate::RichTextToTags(qsizetype start) const
     auto onOff = [](bool on) { return on ? u'1' : u'0'; };
 
     auto character = [&](const QString &text, const Attributes &a) {
-        if ((option & 2) && (first || a.Colour != last.Colour))
+        if ((option & ChangeOption::Color) && (first || a.Colour != last.Colour))
             out += QStringLiteral("{\\c&H") + colourText(a.Colour) + QStringLiteral("&}");
-        if ((option & 4) && (first || a.Name != last.Name))
+        if ((option & ChangeOption::FontName) && (first || a.Name != last.Name))
             out += QStringLiteral("{\\fn") + a.Name + u'}';
-        if ((option & 8) && (first || a.Size != last.Size))
+        if ((option & ChangeOption::FontSize) && (first || a.Size != last.Size))
             out += QStringLiteral("{\\fs") + CStr(a.Size) + u'}';
-        if ((option & 16) && (first || a.Strike != last.Strike))
+        if ((option & ChangeOption::Through) && (first || a.Strike != last.Strike))
             out += QStringLiteral("{\\s") + onOff(a.Strike) + u'}';
-        if ((option & 32) && (first || a.Underline != last.Underline))
+        if ((option & ChangeOption::Underline) && (first || a.Underline != last.Underline))
             out += QStringLiteral("{\\u") + onOff(a.Underline) + u'}';
-        if ((option & 64) && (first || a.Bold != last.Bold))
+        if ((option & ChangeOption::Bold) && (first || a.Bold != last.Bold))
             out += QStringLiteral("{\\b") + onOff(a.Bold) + u'}';
-        if ((option & 128) && (first || a.Italic != last.Italic))
+        if ((option & ChangeOption::Italic) && (first || a.Italic != last.Italic))
             out += QStringLiteral("{\\i") + onOff(a.Italic) + u'}';
         last = a;
         first = false;
-        if (option & 1)
+        if (option & ChangeOption::Text)
             out += text;
     };
     auto lineEnd = [&] {

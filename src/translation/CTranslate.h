@@ -1,6 +1,9 @@
 #pragma once
 
+#include "core/FileCode.h"
 #include "core/isub.h"
+#include "formats/FileOptions.h"
+#include "script/ScriptType.h"
 
 #include <QString>
 #include <QTextDocument>
@@ -39,10 +42,11 @@ public:
 
     double ReactOffset = -0.3;
     bool Dirty = false;
-    qint32 ChangeOption = 1;
-    qint32 TranslateOption = 128;
-    qint32 FileCode = -2;
-    qint32 ScriptType = 0;
+    qint32 ChangeOption = ::ChangeOption::Text;
+    qint32 TranslateOption = ::TranslateOption::ChangeTable;
+    ::FileCode FileCode = ::FileCode::SystemDefault;
+    // Plain text or rich text.
+    ::ScriptType ScriptType = ::ScriptType::Plain;
 
     // The window's caption: "翻译(n)".
     QString Caption() const;

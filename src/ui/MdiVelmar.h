@@ -63,7 +63,7 @@ public:
     // Routing of the File menu, dropped files and recent entries.
     IForm *NewDocument(int kind) { return m_router.NewDocument(kind); }
     IForm *OpenDocument(int kind) { return m_router.OpenDocument(kind); }
-    IForm *OpenFileByType(const QString &fileName, std::optional<int> fileType = std::nullopt)
+    IForm *OpenFileByType(const QString &fileName, std::optional<ScriptType> fileType = std::nullopt)
     {
         return m_router.OpenFileByType(fileName, fileType);
     }

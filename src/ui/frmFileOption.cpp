@@ -1,6 +1,7 @@
 #include "ui/frmFileOption.h"
 
 #include "core/IPrompt.h"
+#include "formats/basFileTypes.h"
 #include "translation/basRtf.h"
 
 #include <QButtonGroup>
@@ -17,19 +18,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-const char16_t *const TypeCaptions[] = {
-    u"翻译稿(txt)",
-    u"SSA",
-    u"ASS",
-    u"SAMI(smi)",
-    u"SRT",
-    u"SMP(txt)",
-    u"RTF",
-    u"对白文本(txt)",
-    u"LRC",
-    u"SST",
-};
 
 QButtonGroup *RadioGroup(QWidget *owner, const char *name, const QStringList &captions, QLayout *into)
 {
@@ -70,24 +58,24 @@ QCheckBox *frmFileOption::box(const char *name, const QString &text)
         if (m_refreshing)
             return;
         static const QList<std::pair<const char *, qint32>> timing = {
-            { "chkTitle", CFileOptionModel::OptTitle },
-            { "chkFont", CFileOptionModel::OptFont },
-            { "chkStart", CFileOptionModel::OptStart },
-            { "chkEnd", CFileOptionModel::OptEnd },
-            { "chkDialog", CFileOptionModel::OptDialog },
-            { "chkDialogEffect", CFileOptionModel::OptDialogEffect },
-            { "chkOtherCol", CFileOptionModel::OptOtherCol },
+            { "chkTitle", SaveOption::Head },
+            { "chkFont", SaveOption::Styles },
+            { "chkStart", SaveOption::StartTime },
+            { "chkEnd", SaveOption::EndTime },
+            { "chkDialog", SaveOption::Dialog },
+            { "chkDialogEffect", SaveOption::DialogTags },
+            { "chkOtherCol", SaveOption::OtherColumns },
         };
         static const QList<std::pair<const char *, qint32>> change = {
-            { "chkText", CFileOptionModel::ChgText },
-            { "chkColor", CFileOptionModel::ChgColor },
-            { "chkFontName", CFileOptionModel::ChgFontName },
-            { "chkFontSize", CFileOptionModel::ChgFontSize },
-            { "chkThrough", CFileOptionModel::ChgThrough },
-            { "chkUnderline", CFileOptionModel::ChgUnderline },
-            { "chkBold", CFileOptionModel::ChgBold },
-            { "chkItaric", CFileOptionModel::ChgItaric },
-            { "chkBlackWhite", CFileOptionModel::ChgBlackWhite },
+            { "chkText", ChangeOption::Text },
+            { "chkColor", ChangeOption::Color },
+            { "chkFontName", ChangeOption::FontName },
+            { "chkFontSize", ChangeOption::FontSize },
+            { "chkThrough", ChangeOption::Through },
+            { "chkUnderline", ChangeOption::Underline },
+            { "chkBold", ChangeOption::Bold },
+            { "chkItaric", ChangeOption::Italic },
+            { "chkBlackWhite", ChangeOption::BlackWhite },
         };
         const QString name = c->objectName();
         for (const auto &[n, bit] : timing)
@@ -117,8 +105,9 @@ frmFileOption::frmFileOption(QWidget *parent)
     auto *typeLayout = new QGridLayout(typeBox);
     auto *typeColumn = new QVBoxLayout;
     QStringList types;
-    for (const char16_t *t : TypeCaptions)
-        types << QString::fromUtf16(t);
+    for (const FileTypeRow &row : FileTypes())
+        if (row.Type != ScriptType::Video)
+            types << QString::fromUtf16(row.Caption);
     optFileType = RadioGroup(this, "optFileType", types, typeColumn);
     typeLayout->addLayout(typeColumn, 0, 0);
     auto *subColumn = new QVBoxLayout;
@@ -222,7 +211,7 @@ frmFileOption::frmFileOption(QWidget *parent)
     resize(860, 600);
 
     connect(optFileType, &QButtonGroup::idClicked, this, [this](int id) {
-        Model.ClickFileType(id);
+        Model.ClickFileType(ScriptType(id));
         changed();
     });
     connect(optFileSubType, &QButtonGroup::idClicked, this, [this](int id) {
@@ -274,26 +263,27 @@ void frmFileOption::Refresh()
     m_refreshing = true;
     const CFileOptionModel::Enabled &on = Model.EnabledState();
     setWindowTitle(Model.Caption());
-    const bool timing = Model.ParentWindowType != 1;
+    const bool timing = Model.ParentWindowType != ParentWindowType::Translate;
     fraTimingOption->setVisible(timing);
     fraTranslateOption->setVisible(!timing);
-    // A translation window offers its two kinds only.
+    // Each window offers the kinds it opens and saves.
+    const DocumentWindowKind window = timing ? DocumentWindowKind::Timing : DocumentWindowKind::Translate;
     for (QAbstractButton *b : optFileType->buttons()) {
-        const int id = optFileType->id(b);
-        b->setVisible(timing ? id != 0 && id != 6 : id == 0 || id == 6);
+        const FileTypeRow *row = FileTypeOf(ScriptType(optFileType->id(b)));
+        b->setVisible(row && row->Window == window);
     }
-    SetGroup(optFileType, Model.ScriptType(), on.FileType);
+    SetGroup(optFileType, int(Model.ScriptType()), on.FileType);
     SetGroup(optFileSubType, Model.SubTypeButton(), on.FileSubType);
     SetGroup(optCodeType, CFileOptionModel::CodeTypeIndex(Model.FileCode), on.CodeType);
     SetGroup(optOpenMode, Model.OpenMode, on.OpenMode);
     const QList<std::pair<QCheckBox *, qint32>> timingBoxes = {
-        { chkTitle, CFileOptionModel::OptTitle },
-        { chkFont, CFileOptionModel::OptFont },
-        { chkStart, CFileOptionModel::OptStart },
-        { chkEnd, CFileOptionModel::OptEnd },
-        { chkDialog, CFileOptionModel::OptDialog },
-        { chkDialogEffect, CFileOptionModel::OptDialogEffect },
-        { chkOtherCol, CFileOptionModel::OptOtherCol },
+        { chkTitle, SaveOption::Head },
+        { chkFont, SaveOption::Styles },
+        { chkStart, SaveOption::StartTime },
+        { chkEnd, SaveOption::EndTime },
+        { chkDialog, SaveOption::Dialog },
+        { chkDialogEffect, SaveOption::DialogTags },
+        { chkOtherCol, SaveOption::OtherColumns },
     };
     for (const auto &[c, bit] : timingBoxes) {
         c->setChecked((Model.TimingOption & bit) != 0);
@@ -302,20 +292,20 @@ void frmFileOption::Refresh()
     chkDialogEffect->setEnabled(on.DialogEffect);
     cmbTimeFormat->setCurrentIndex(Model.TimeFormat());
     const QList<std::pair<QCheckBox *, qint32>> changeBoxes = {
-        { chkText, CFileOptionModel::ChgText },
-        { chkColor, CFileOptionModel::ChgColor },
-        { chkFontName, CFileOptionModel::ChgFontName },
-        { chkFontSize, CFileOptionModel::ChgFontSize },
-        { chkThrough, CFileOptionModel::ChgThrough },
-        { chkUnderline, CFileOptionModel::ChgUnderline },
-        { chkBold, CFileOptionModel::ChgBold },
-        { chkItaric, CFileOptionModel::ChgItaric },
-        { chkBlackWhite, CFileOptionModel::ChgBlackWhite },
+        { chkText, ChangeOption::Text },
+        { chkColor, ChangeOption::Color },
+        { chkFontName, ChangeOption::FontName },
+        { chkFontSize, ChangeOption::FontSize },
+        { chkThrough, ChangeOption::Through },
+        { chkUnderline, ChangeOption::Underline },
+        { chkBold, ChangeOption::Bold },
+        { chkItaric, ChangeOption::Italic },
+        { chkBlackWhite, ChangeOption::BlackWhite },
     };
     for (const auto &[c, bit] : changeBoxes)
         c->setChecked((Model.ChangeOption & bit) != 0);
     chkBlackWhite->setEnabled(on.BlackWhite);
-    chkChangeTable->setChecked((Model.TranslateOption & CFileOptionModel::TranslateChangeTable) != 0);
+    chkChangeTable->setChecked((Model.TranslateOption & TranslateOption::ChangeTable) != 0);
     chkDelSpace->setChecked(Model.DelSpace);
     chkDelSpace->setEnabled(on.DelSpace);
     chkSpaceAsReturn->setChecked(Model.SpaceAsReturn);

@@ -280,7 +280,7 @@ bool frmPlayer::OpenFile(int OpenType, const QString &FileName)
         return false;
     QString name = basConvert::Trim(FileName);
     if (name.isEmpty() && !silent)
-        name = ShowFileDialog(1, 100);
+        name = ShowFileDialog(FileOperation::Open, ScriptType::Video);
     if (name.isEmpty())
         return false;
     if (!silent) {
@@ -296,7 +296,7 @@ bool frmPlayer::OpenFile(int OpenType, const QString &FileName)
     if (MdiVelmar *mdi = frame())
         mdi->ChangePlayerName(this);
     if (RecentFile)
-        RecentFile->InsertRecentFileList(name, 100);
+        RecentFile->InsertRecentFileList(name, ScriptType::Video);
     return true;
 }
 

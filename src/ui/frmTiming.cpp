@@ -111,7 +111,7 @@ frmTiming::frmTiming(QWidget *parent)
         return w;
     };
     m_picture = std::make_unique<CPictureBox>(640, 120);
-    AskFileOptions = [](frmTiming &form, int operation) {
+    AskFileOptions = [](frmTiming &form, FileOperation operation) {
         frmFileOption dialog(&form);
         return form.runFileOption(
             dialog, operation, [&dialog] { return dialog.exec() == QDialog::Accepted; });
@@ -506,12 +506,12 @@ QString frmTiming::Content()
     return m_doc ? m_doc->Content() : QString();
 }
 
-qint32 frmTiming::ScriptType() const
+::ScriptType frmTiming::ScriptType() const
 {
-    return m_doc ? m_doc->ScriptType() : 0;
+    return m_doc ? m_doc->ScriptType() : ::ScriptType::Plain;
 }
 
-void frmTiming::setScriptType(qint32 type)
+void frmTiming::setScriptType(::ScriptType type)
 {
     if (m_doc)
         m_doc->setScriptType(type);
@@ -980,10 +980,10 @@ void frmTiming::updateCaption()
 }
 
 // Without the options dialog: the plain file dialog, the type by the extension.
-bool frmTiming::askFileByDialog(int operation)
+bool frmTiming::askFileByDialog(FileOperation operation)
 {
     QString proposal = m_doc->FileName();
-    if (operation == 2) {
+    if (operation == FileOperation::Save) {
         QString playerFile;
         if (IPlayerWindow *player = m_doc->PlayerWindow())
             if (CPlayer *p = player->player())
@@ -1019,12 +1019,12 @@ bool frmTiming::OpenFile(int, const QString &FileName)
         result = basTimingFile::OpenTimingFile(*m_doc, FileName);
     } else if (AskFileOptions) {
         // Picked through the file options: read with the code chosen there.
-        if (!AskFileOptions(*this, 1))
+        if (!AskFileOptions(*this, FileOperation::Open))
             return false;
         result = basTimingFile::OpenWithOptions(
             *m_doc, m_doc->FileName(), m_doc->ScriptType(), m_doc->FileCode, m_doc->TimingOption);
     } else {
-        if (!askFileByDialog(1))
+        if (!askFileByDialog(FileOperation::Open))
             return false;
         result = basTimingFile::OpenTimingFile(*m_doc, m_doc->FileName(), m_doc->ScriptType());
     }
@@ -1042,19 +1042,20 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     return true;
 }
 
-bool frmTiming::runFileOption(frmFileOption &dialog, int operation, const std::function<bool()> &show)
+bool frmTiming::runFileOption(
+    frmFileOption &dialog, FileOperation operation, const std::function<bool()> &show)
 {
     CFileOptionModel &model = dialog.Model;
-    if (operation == 2) {
+    if (operation == FileOperation::Save) {
         basTimingFile::PrepareSave(model, *m_doc);
         model.OpenModeAllowed = true;
     } else {
         model.Init();
-        model.ParentWindowType = 0;
+        model.ParentWindowType = ParentWindowType::Timing;
         model.TimingDocument = m_doc;
         model.FileCode = m_doc->FileCode;
         model.setDocumentType(m_doc->ScriptType(), m_doc->ScriptSubType());
-        model.setOperation(1);
+        model.setOperation(FileOperation::Open);
         model.SelectFileDialog();
         if (model.Cancelled)
             return false;
@@ -1062,7 +1063,7 @@ bool frmTiming::runFileOption(frmFileOption &dialog, int operation, const std::f
     dialog.Refresh();
     if (!show() || model.Cancelled)
         return false;
-    if (operation == 2) {
+    if (operation == FileOperation::Save) {
         basTimingFile::TakeOverSave(*m_doc, model);
         return !model.OperateError;
     }
@@ -1083,18 +1084,18 @@ bool frmTiming::SaveFile(bool SaveAs, int)
     if (SaveAs || m_doc->FileName().isEmpty()) {
         if (AskFileOptions) {
             // The dialog writes the file itself on OK.
-            if (!AskFileOptions(*this, 2))
+            if (!AskFileOptions(*this, FileOperation::Save))
                 return false;
             m_doc->setChanged(false);
             updateCaption();
             return true;
         }
-        if (!askFileByDialog(2))
+        if (!askFileByDialog(FileOperation::Save))
             return false;
     }
     QString error;
     const QString text = m_doc->Content();
-    if (!SaveWithBackup(m_doc->FileName(), text, m_doc->FileCode != 0, &error)) {
+    if (!SaveWithBackup(m_doc->FileName(), text, m_doc->FileCode != FileCode::ANSI, &error)) {
         MsgBox(error);
         return false;
     }

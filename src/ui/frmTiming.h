@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/IForm.h"
+#include "formats/FileOptions.h"
 #include "shell/IAutoSaveDocument.h"
 
 #include <QPointer>
@@ -62,8 +63,8 @@ public:
     // IAutoSaveDocument: the document's text in its type and options.
     Kind AutoSaveKind() const override { return Timing; }
     QString Content() override;
-    qint32 ScriptType() const override;
-    void setScriptType(qint32 type) override;
+    ::ScriptType ScriptType() const override;
+    void setScriptType(::ScriptType type) override;
     qint32 TimingOption() const override;
     void setTimingOption(qint32 option) override;
 
@@ -81,7 +82,7 @@ public:
     void TranslateWindow(QObject *form);
     // Sets the file-option dialog up for an open (1) or a save (2) of this document,
     // shows it by `show`, and takes its results over; false when cancelled or failed.
-    bool runFileOption(frmFileOption &dialog, int operation, const std::function<bool()> &show);
+    bool runFileOption(frmFileOption &dialog, FileOperation operation, const std::function<bool()> &show);
     // Tool tips and captions that show hot keys, written again after a key changed; the
     // controls whose windows are still to come stay disabled with their own tips.
     void applyTips();
@@ -95,9 +96,9 @@ public:
     // Makes the child windows of the Check and Find buttons (nullptr: none).
     std::function<QWidget *(frmTiming &)> MakeCheckWindow;
     std::function<QWidget *(frmTiming &)> MakeFindWindow;
-    // The file-option dialog: runs it for the operation (1 open, 2 save) over this
-    // window and its document; false when cancelled. The default one shows frmFileOption.
-    std::function<bool(frmTiming &, int operation)> AskFileOptions;
+    // The file-option dialog: runs it for the operation (open or save) over this window
+    // and its document; false when cancelled. The default one shows frmFileOption.
+    std::function<bool(frmTiming &, FileOperation operation)> AskFileOptions;
     // Runs the time value dialog of the reaction offsets; unset: frmSliderTime, modal.
     std::function<void(class CSliderTimeModel &)> RunTimeDialog;
 
@@ -138,7 +139,7 @@ private:
     void buildButtonMenus();
     void buildLayout();
     void wireGrid();
-    bool askFileByDialog(int operation);
+    bool askFileByDialog(FileOperation operation);
     void openChild(QPointer<QWidget> &slot, const std::function<QWidget *(frmTiming &)> &make,
         const QString &existsText);
     bool formKey(int keyCode, bool ctrl);

@@ -86,12 +86,12 @@ TEST(TextStream, FileCodesChooseTheReading)
     EXPECT_TRUE(readBytes(unicodePath).startsWith("\xFF\xFE"));
     EXPECT_EQ(readBytes(ansiPath), EncodeSystemCodePage(text));
 
-    EXPECT_EQ(ReadTextStream(unicodePath, -1).Text, text);
-    EXPECT_EQ(ReadTextStream(unicodePath, -2).Text, text);
-    EXPECT_EQ(ReadTextStream(unicodePath, 5).Text, text); // any other code behaves as -2
-    EXPECT_EQ(ReadTextStream(ansiPath, 0).Text, text);
-    EXPECT_EQ(ReadTextStream(ansiPath, -2).Text, text);
-    EXPECT_FALSE(ReadTextStream(dir.filePath("none"), 0).Ok);
+    EXPECT_EQ(ReadTextStream(unicodePath, FileCode::Unicode).Text, text);
+    EXPECT_EQ(ReadTextStream(unicodePath, FileCode::SystemDefault).Text, text);
+    EXPECT_EQ(ReadTextStream(unicodePath, FileCode(5)).Text, text); // any other code behaves as -2
+    EXPECT_EQ(ReadTextStream(ansiPath, FileCode::ANSI).Text, text);
+    EXPECT_EQ(ReadTextStream(ansiPath, FileCode::SystemDefault).Text, text);
+    EXPECT_FALSE(ReadTextStream(dir.filePath("none"), FileCode::ANSI).Ok);
 }
 
 TEST(TextStream, FailedWriteKeepsTheOldFile)

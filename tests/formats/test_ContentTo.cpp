@@ -19,7 +19,7 @@ protected:
     static std::unique_ptr<CSSAContent> events(const QStringList &dialogues)
     {
         auto list = Class::Make<CSSAContent>();
-        list->ScriptType = 1;
+        list->ScriptType = ScriptType::SSA;
         QStringList lines { "[Events]",
             "Format: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text" };
         for (const QString &d : dialogues)

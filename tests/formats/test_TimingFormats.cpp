@@ -12,7 +12,7 @@ namespace {
 class TimingFormats : public FormatTest
 {
 protected:
-    void open(qint32 type, const QString &text)
+    void open(ScriptType type, const QString &text)
     {
         timing->setScriptType(type);
         ASSERT_TRUE(timing->Formats.ReadBody(type, text));
@@ -25,8 +25,8 @@ protected:
 
 TEST_F(TimingFormats, SrtFileBecomesEventsAndComesBackWithoutTheThirdDecimal)
 {
-    open(4, crlf({ "1", "00:00:25,369 --> 00:00:27,001", "Hello", "World", "", "" }));
-    EXPECT_EQ(timing->ScriptType(), 4);
+    open(ScriptType::SRT, crlf({ "1", "00:00:25,369 --> 00:00:27,001", "Hello", "World", "", "" }));
+    EXPECT_EQ(timing->ScriptType(), ScriptType::SRT);
     const CSSAContent &events = *timing->SSAContent;
     ASSERT_GE(events.Count(), 1);
     const CSSAContentLine *line = events.At(0);
@@ -40,7 +40,8 @@ TEST_F(TimingFormats, SrtFileBecomesEventsAndComesBackWithoutTheThirdDecimal)
 
 TEST_F(TimingFormats, LrcTagsGoToTheHeadAndAreWrittenBack)
 {
-    open(8, crlf({ "[ti:song]", "[ar:me]", "[offset:-20]", "[00:01.00]a", "[00:02.00]b", "[00:04.00]", "" }));
+    open(ScriptType::LRC,
+        crlf({ "[ti:song]", "[ar:me]", "[offset:-20]", "[00:01.00]a", "[00:02.00]b", "[00:04.00]", "" }));
     EXPECT_EQ(timing->ScriptInfo->LrcName(), "song");
     EXPECT_EQ(timing->ScriptInfo->LrcArtist(), "me");
     EXPECT_DOUBLE_EQ(timing->ScriptInfo->LrcOffset(), -20);
@@ -49,7 +50,7 @@ TEST_F(TimingFormats, LrcTagsGoToTheHeadAndAreWrittenBack)
 
 TEST_F(TimingFormats, SstHeadGoesToTheHeadAndPagesAreNumberedAnew)
 {
-    open(9,
+    open(ScriptType::SST,
         crlf({ "st_format 2", "SP_NUMBER   START   END FILE_NAME", "7\t\t00:00:23:26\t00:00:25:23\t1.1.bmp",
             "9\t\t00:00:26:00\t00:00:27:00\t1.2.bmp", "" }));
     EXPECT_EQ(timing->ScriptInfo->SSTHead, "st_format 2\r\nSP_NUMBER   START   END FILE_NAME");
@@ -61,12 +62,12 @@ TEST_F(TimingFormats, SstHeadGoesToTheHeadAndPagesAreNumberedAnew)
 
 TEST_F(TimingFormats, SmpSubTypeIsTheDocumentsAndIsWrittenBackTheSameWay)
 {
-    open(5, crlf({ "00:00:01:23     00:00:03:45     Hello  there" }));
+    open(ScriptType::SMP, crlf({ "00:00:01:23     00:00:03:45     Hello  there" }));
     EXPECT_EQ(timing->ScriptSubType(), 1);
     EXPECT_EQ(timing->SSAContent->ScriptSubType, 1);
     EXPECT_EQ(save(), "00:00:01:23     00:00:03:45     Hello  there\r\n");
 
-    open(5, crlf({ "00:00:01.2:Hello", "00:00:03.4:", "" }));
+    open(ScriptType::SMP, crlf({ "00:00:01.2:Hello", "00:00:03.4:", "" }));
     EXPECT_EQ(timing->ScriptSubType(), 0);
     // The end mark is a blank line: it ends "Hello" and becomes no event of its own.
     EXPECT_EQ(save(), "00:00:01.2:Hello\r\n00:00:03.4:\r\n");
@@ -74,31 +75,31 @@ TEST_F(TimingFormats, SmpSubTypeIsTheDocumentsAndIsWrittenBackTheSameWay)
 
 TEST_F(TimingFormats, SamiOfAnEmptyDocumentIsHeadAndEmptyBody)
 {
-    open(3, QString());
+    open(ScriptType::SAMI, QString());
     EXPECT_EQ(save(), "<SAMI>\r\n" + basFormatConvert::SMIHeadText() + "<BODY>\r\n</BODY>\r\n</SAMI>");
 }
 
 TEST_F(TimingFormats, OtherTypesAreNotTheirs)
 {
     QString out;
-    EXPECT_FALSE(formats.ReadBody(2, u"x"));
-    EXPECT_FALSE(formats.AssembleBody(7, out));
-    timing->setScriptType(2);
+    EXPECT_FALSE(formats.ReadBody(ScriptType::ASS, u"x"));
+    EXPECT_FALSE(formats.AssembleBody(ScriptType::DialogueText, out));
+    timing->setScriptType(ScriptType::ASS);
     EXPECT_FALSE(formats.FillEvents());
-    EXPECT_FALSE(CTimingFormats::IsFormatType(7));
-    EXPECT_TRUE(CTimingFormats::IsFormatType(9));
+    EXPECT_FALSE(CTimingFormats::IsFormatType(ScriptType::DialogueText));
+    EXPECT_TRUE(CTimingFormats::IsFormatType(ScriptType::SST));
 }
 
 TEST_F(TimingFormats, TypeComesBackWhenTheEventsFault)
 {
     // 32,767 SYNCs fit the SAMI reader, but their events are more lines than the event
     // list reads.
-    timing->setScriptType(3);
-    formats.ReadBody(
-        3, "<SAMI><BODY>" + QStringLiteral("<SYNC Start=1000><P>x").repeated(32767) + "</BODY></SAMI>");
+    timing->setScriptType(ScriptType::SAMI);
+    formats.ReadBody(ScriptType::SAMI,
+        "<SAMI><BODY>" + QStringLiteral("<SYNC Start=1000><P>x").repeated(32767) + "</BODY></SAMI>");
     EXPECT_EQ(formats.SMIContent->Count(), 32767);
     EXPECT_THROW(formats.FillEvents(), VelmarError);
-    EXPECT_EQ(timing->ScriptType(), 3);
+    EXPECT_EQ(timing->ScriptType(), ScriptType::SAMI);
 }
 
 } // namespace

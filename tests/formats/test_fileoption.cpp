@@ -44,59 +44,59 @@ protected:
 
 TEST_F(FileOption, TypeFollowsExtensionByWindow)
 {
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.doc", false), 6);
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.RTF", true), 6);
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.xyz", true), 7);
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.srt", false), 0);
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("noext", true), 0);
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("v1.2/noext", true), 0);
-    EXPECT_EQ(CFileOptionModel::TypeOfFileName("x.Lrc", true), 8);
-    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.smp"), 5);
-    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.weird"), 7);
-    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("dir.v2/noext"), 7);
-    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.SsA"), 1);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.doc", false), ScriptType::RichText);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.RTF", true), ScriptType::RichText);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.xyz", true), ScriptType::DialogueText);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("a.srt", false), ScriptType::Plain);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("noext", true), ScriptType::Plain);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("v1.2/noext", true), ScriptType::Plain);
+    EXPECT_EQ(CFileOptionModel::TypeOfFileName("x.Lrc", true), ScriptType::LRC);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.smp"), ScriptType::SMP);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.weird"), ScriptType::DialogueText);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("dir.v2/noext"), ScriptType::DialogueText);
+    EXPECT_EQ(basTimingFile::OpenTypeFromExtension("a.SsA"), ScriptType::SSA);
 }
 
 TEST_F(FileOption, SavingAsDialogueTextGivesTxtAndTurnsTheBoxesOff)
 {
     model.Init();
-    model.setDocumentType(2, 0);
-    model.setOperation(2);
+    model.setDocumentType(ScriptType::ASS, 0);
+    model.setOperation(FileOperation::Save);
     EXPECT_TRUE(model.EnabledState().TimingOptions);
     EXPECT_EQ(model.Caption(), QString::fromUtf16(u"保存文件选项"));
     model.FileName = "/x/show.v1.ass";
-    model.ClickFileType(7);
+    model.ClickFileType(ScriptType::DialogueText);
     EXPECT_EQ(model.FileName, "/x/show.v1.txt");
     EXPECT_FALSE(model.EnabledState().TimingOptions);
     EXPECT_FALSE(model.EnabledState().FileSubType);
     model.FileName = "/x/v1.2/show";
-    model.ClickFileType(4);
+    model.ClickFileType(ScriptType::SRT);
     EXPECT_EQ(model.FileName, "/x/v1.2/show.srt");
-    model.ClickFileType(6);
-    EXPECT_EQ(model.FileCode, -2);
+    model.ClickFileType(ScriptType::RichText);
+    EXPECT_EQ(model.FileCode, FileCode::SystemDefault);
     EXPECT_FALSE(model.EnabledState().CodeType);
-    EXPECT_EQ(model.SampleText(), CFileOptionModel::Sample(6, 0));
+    EXPECT_EQ(model.SampleText(), CFileOptionModel::Sample(ScriptType::RichText, 0));
     model.setSubTypeButton(1);
-    model.ClickFileType(5);
+    model.ClickFileType(ScriptType::SMP);
     EXPECT_EQ(model.ScriptSubType(), 1);
     EXPECT_TRUE(model.EnabledState().FileSubType);
-    EXPECT_NE(CFileOptionModel::Sample(5, 0), CFileOptionModel::Sample(5, 1));
-    EXPECT_EQ(CFileOptionModel::Sample(42, 0), QString::fromUtf16(u"没有参考例子"));
+    EXPECT_NE(CFileOptionModel::Sample(ScriptType::SMP, 0), CFileOptionModel::Sample(ScriptType::SMP, 1));
+    EXPECT_EQ(CFileOptionModel::Sample(ScriptType(42), 0), QString::fromUtf16(u"没有参考例子"));
 }
 
 TEST_F(FileOption, DependentBoxesAreClearedWithTheirMaster)
 {
     model.Init();
-    model.setOperation(2);
-    model.setTimingOptionBit(CFileOptionModel::OptDialog, false);
+    model.setOperation(FileOperation::Save);
+    model.setTimingOptionBit(SaveOption::Dialog, false);
     EXPECT_EQ(model.TimingOption, 255 & ~(16 | 32));
     EXPECT_FALSE(model.EnabledState().DialogEffect);
-    model.setTimingOptionBit(CFileOptionModel::OptDialog, true);
+    model.setTimingOptionBit(SaveOption::Dialog, true);
     EXPECT_TRUE(model.EnabledState().DialogEffect);
     EXPECT_EQ(model.TimingOption, 255 & ~32);
 
     model.ChangeOption = 1 | 2 | 256;
-    model.setChangeOptionBit(CFileOptionModel::ChgColor, false);
+    model.setChangeOptionBit(ChangeOption::Color, false);
     EXPECT_EQ(model.ChangeOption, 1);
     EXPECT_FALSE(model.EnabledState().BlackWhite);
 }
@@ -118,9 +118,9 @@ TEST_F(FileOption, OpenTakesMarkedUnicodeAndResetsTheOptions)
     utf16 += QByteArray(reinterpret_cast<const char *>(srt.utf16()), srt.size() * 2);
     write(path("u.srt"), utf16);
     ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("u.srt")), basTimingFile::OpenResult::Opened);
-    EXPECT_EQ(doc->FileCode, -1);
+    EXPECT_EQ(doc->FileCode, FileCode::Unicode);
     EXPECT_EQ(doc->TimingOption, 255);
-    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
     EXPECT_FALSE(doc->Changed());
     EXPECT_EQ(doc->FileName(), path("u.srt"));
     ASSERT_GE(doc->SSAContent->Count(), 1);
@@ -128,8 +128,9 @@ TEST_F(FileOption, OpenTakesMarkedUnicodeAndResetsTheOptions)
 
     // Opened as chosen by hand: an SRT text read as plain lines, ANSI.
     write(path("plain.srt"), "one\r\ntwo");
-    ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("plain.srt"), 7), basTimingFile::OpenResult::Opened);
-    EXPECT_EQ(doc->FileCode, 0);
+    ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("plain.srt"), ScriptType::DialogueText),
+        basTimingFile::OpenResult::Opened);
+    EXPECT_EQ(doc->FileCode, FileCode::ANSI);
     EXPECT_EQ(doc->TextColumn(), "one\r\ntwo");
 }
 
@@ -144,29 +145,30 @@ TEST_F(FileOption, OpenThroughTheOptionsReadsWithTheChosenCode)
         = [this] { return doc->SSAContent->Count() > 0 ? doc->SSAContent->At(0)->Dialog() : QString(); };
 
     // Unicode chosen: even a file without its mark reads right.
-    ASSERT_EQ(
-        basTimingFile::OpenWithOptions(*doc, path("bare.srt"), 4, -1, 28), basTimingFile::OpenResult::Opened);
+    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("bare.srt"), ScriptType::SRT, FileCode::Unicode, 28),
+        basTimingFile::OpenResult::Opened);
     EXPECT_EQ(firstText(), QString::fromUtf16(u"你好"));
-    EXPECT_EQ(doc->FileCode, -1);
+    EXPECT_EQ(doc->FileCode, FileCode::Unicode);
     EXPECT_EQ(doc->TimingOption, 28);
-    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
     EXPECT_EQ(doc->FileName(), path("bare.srt"));
     EXPECT_FALSE(doc->Changed());
     // Left to the stream: the mark decides.
     ASSERT_EQ(
-        basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, -2), basTimingFile::OpenResult::Opened);
+        basTimingFile::OpenWithOptions(*doc, path("marked.srt"), ScriptType::SRT, FileCode::SystemDefault),
+        basTimingFile::OpenResult::Opened);
     EXPECT_EQ(firstText(), QString::fromUtf16(u"你好"));
-    EXPECT_EQ(doc->FileCode, -2);
+    EXPECT_EQ(doc->FileCode, FileCode::SystemDefault);
     // ANSI chosen for a UTF-16 file: what the user asked for, not what the file is.
-    ASSERT_EQ(
-        basTimingFile::OpenWithOptions(*doc, path("marked.srt"), 4, 0), basTimingFile::OpenResult::Opened);
+    ASSERT_EQ(basTimingFile::OpenWithOptions(*doc, path("marked.srt"), ScriptType::SRT, FileCode::ANSI),
+        basTimingFile::OpenResult::Opened);
     EXPECT_NE(firstText(), QString::fromUtf16(u"你好"));
 
-    EXPECT_EQ(
-        basTimingFile::OpenWithOptions(*doc, path("empty.srt"), 2, -1), basTimingFile::OpenResult::Empty);
-    EXPECT_EQ(doc->ScriptType(), 4);
-    EXPECT_EQ(
-        basTimingFile::OpenWithOptions(*doc, path("none.srt"), 4, -1), basTimingFile::OpenResult::Unreadable);
+    EXPECT_EQ(basTimingFile::OpenWithOptions(*doc, path("empty.srt"), ScriptType::ASS, FileCode::Unicode),
+        basTimingFile::OpenResult::Empty);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
+    EXPECT_EQ(basTimingFile::OpenWithOptions(*doc, path("none.srt"), ScriptType::SRT, FileCode::Unicode),
+        basTimingFile::OpenResult::Unreadable);
     EXPECT_EQ(prompt.Messages(), QStringList { QString::fromUtf16(u" 无法打开文件。 ") + path("none.srt") });
 }
 
@@ -185,11 +187,11 @@ TEST_F(FileOption, OpenFillsTheDocumentsGridAndSaveStoresItBack)
 TEST_F(FileOption, EmptyOrMissingFileLeavesTheDocument)
 {
     write(path("empty.ass"), "");
-    doc->setScriptType(4);
-    doc->FileCode = -1;
+    doc->setScriptType(ScriptType::SRT);
+    doc->FileCode = FileCode::Unicode;
     EXPECT_EQ(basTimingFile::OpenTimingFile(*doc, path("empty.ass")), basTimingFile::OpenResult::Empty);
-    EXPECT_EQ(doc->ScriptType(), 4);
-    EXPECT_EQ(doc->FileCode, -1);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
+    EXPECT_EQ(doc->FileCode, FileCode::Unicode);
     EXPECT_TRUE(prompt.Messages().isEmpty());
 
     EXPECT_EQ(basTimingFile::OpenTimingFile(*doc, path("none.ass")), basTimingFile::OpenResult::Unreadable);
@@ -202,16 +204,16 @@ TEST_F(FileOption, PreviewUsesTheChosenOptionsAndPutsTheDocumentBack)
     doc->setChanged(true);
     basTimingFile::PrepareSave(model, *doc);
     EXPECT_TRUE(model.FileContent.startsWith("1\r\n00:00:01,200 --> 00:00:03,450\r\nHello"));
-    model.ClickFileType(2);
-    model.setTimingOptionBit(CFileOptionModel::OptTitle, false);
-    model.setTimingOptionBit(CFileOptionModel::OptFont, false);
-    model.setTimingOptionBit(CFileOptionModel::OptOtherCol, false);
-    model.setTimingOptionBit(CFileOptionModel::OptDialogEffect, false);
+    model.ClickFileType(ScriptType::ASS);
+    model.setTimingOptionBit(SaveOption::Head, false);
+    model.setTimingOptionBit(SaveOption::Styles, false);
+    model.setTimingOptionBit(SaveOption::OtherColumns, false);
+    model.setTimingOptionBit(SaveOption::DialogTags, false);
     EXPECT_FALSE(model.FileContent.contains("[Script Info]"));
     EXPECT_FALSE(model.FileContent.contains("Style:"));
     EXPECT_TRUE(model.FileContent.contains("0:00:04.00"));
     EXPECT_FALSE(model.FileContent.contains("{\\i1}"));
-    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
     EXPECT_EQ(doc->TimingOption, 255);
     EXPECT_TRUE(doc->Changed());
 }
@@ -221,20 +223,20 @@ TEST_F(FileOption, SaveBacksUpAndWritesByCode)
     loadSrt();
     basTimingFile::PrepareSave(model, *doc);
     model.FileName = path("in.srt");
-    model.FileCode = 0;
+    model.FileCode = FileCode::ANSI;
     ASSERT_TRUE(model.Ok());
     EXPECT_FALSE(model.Cancelled);
     EXPECT_FALSE(model.OperateError);
     EXPECT_TRUE(QFile::exists(BackupFolder() + "in.srt"));
     EXPECT_EQ(bytes(path("in.srt")), EncodeSystemCodePage(model.FileContent));
 
-    model.FileCode = -2; // the system default writes Unicode, except rich text
+    model.FileCode = FileCode::SystemDefault; // the system default writes Unicode, except rich text
     model.FileName = path("out.srt");
     ASSERT_TRUE(model.SaveFile());
     EXPECT_TRUE(bytes(path("out.srt")).startsWith("\xff\xfe"));
     basTimingFile::TakeOverSave(*doc, model);
     EXPECT_EQ(doc->FileName(), path("out.srt"));
-    EXPECT_EQ(doc->FileCode, -2);
+    EXPECT_EQ(doc->FileCode, FileCode::SystemDefault);
 
     model.FileName = dir.filePath("no/such/dir/x.srt");
     EXPECT_FALSE(model.Ok());

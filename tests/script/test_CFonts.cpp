@@ -16,7 +16,7 @@ const QString assHead = QStringLiteral("[V4+ Styles]\r\nFormat: Name, Fontname")
 class FontTest : public ScriptTest
 {
 protected:
-    std::unique_ptr<CFonts> fonts(int type)
+    std::unique_ptr<CFonts> fonts(ScriptType type)
     {
         auto list = Class::MakeCollection<CFonts>();
         list->ScriptType = type;
@@ -35,7 +35,7 @@ protected:
 
 TEST_F(FontTest, SsaLineReadAndWrittenGainsHexColours)
 {
-    auto list = fonts(1);
+    auto list = fonts(ScriptType::SSA);
     auto f = parsed(list.get(), ssaStyle);
     ASSERT_EQ(f->ErrNumber, 0);
     EXPECT_EQ(f->StyleName(), QStringLiteral("Default"));
@@ -50,7 +50,7 @@ TEST_F(FontTest, SsaLineReadAndWrittenGainsHexColours)
 
 TEST_F(FontTest, AssLineRoundTripsWithAlpha)
 {
-    auto list = fonts(2);
+    auto list = fonts(ScriptType::ASS);
     auto f = parsed(list.get(), assStyle);
     ASSERT_EQ(f->ErrNumber, 0);
     EXPECT_EQ(f->BackColour(), QStringLiteral("0"));
@@ -90,7 +90,7 @@ TEST_F(FontTest, AlignmentTables)
     EXPECT_EQ(SSAAlignToASS(QStringLiteral("02")), QString());
     EXPECT_EQ(ASSAlignToSSA(0), QString());
 
-    auto list = fonts(1);
+    auto list = fonts(ScriptType::SSA);
     QString line = ssaStyle;
     line.replace(QStringLiteral(",1,1,1,2,30"), QStringLiteral(",1,1,1,6,30"));
     auto f = parsed(list.get(), line);
@@ -102,7 +102,7 @@ TEST_F(FontTest, AlignmentTables)
 
 TEST_F(FontTest, SeventeenFieldSsaLineHasNoAlphaLevel)
 {
-    auto list = fonts(1);
+    auto list = fonts(ScriptType::SSA);
     auto f = Class::Make<CFont>(QStringLiteral("X"));
     f->setParent(list.get());
     f->setAlphaLevel(7);
@@ -114,7 +114,7 @@ TEST_F(FontTest, SeventeenFieldSsaLineHasNoAlphaLevel)
 
 TEST_F(FontTest, ErrorNumbers)
 {
-    auto ass = fonts(2);
+    auto ass = fonts(ScriptType::ASS);
     EXPECT_EQ(parsed(ass.get(), QStringLiteral("  "))->ErrNumber, 1);
     EXPECT_EQ(parsed(ass.get(), QStringLiteral("Dialogue: x"))->ErrNumber, 2);
     EXPECT_EQ(parsed(ass.get(), QStringLiteral("Style A,B"))->ErrNumber, 3);
@@ -126,12 +126,14 @@ TEST_F(FontTest, ErrorNumbers)
     EXPECT_EQ(f->StyleName(), QStringLiteral("NewFont"));
     EXPECT_EQ(f->FontSize(), 25);
     EXPECT_EQ(
-        parsed(fonts(1).get(), QStringLiteral("Style: A,B,24,1,2,3,4,0,0,1,1,1,2,30,30,10"))->ErrNumber, 4);
+        parsed(fonts(ScriptType::SSA).get(), QStringLiteral("Style: A,B,24,1,2,3,4,0,0,1,1,1,2,30,30,10"))
+            ->ErrNumber,
+        4);
 }
 
 TEST_F(FontTest, NonNumericFieldsKeepTheirValues)
 {
-    auto list = fonts(2);
+    auto list = fonts(ScriptType::ASS);
     QString line = assStyle;
     line.replace(QStringLiteral("Arial,20,"), QStringLiteral("Arial,big,"));
     line.replace(QStringLiteral(",0.00,"), QStringLiteral(",15,"));
@@ -143,7 +145,7 @@ TEST_F(FontTest, NonNumericFieldsKeepTheirValues)
 
 TEST_F(FontTest, CommentLinesGoAheadOfTheStyle)
 {
-    auto list = fonts(2);
+    auto list = fonts(ScriptType::ASS);
     auto f = parsed(list.get(), assStyle);
     f->Comment = QStringLiteral("first\r\nsecond");
     EXPECT_TRUE(f->Content().startsWith(QStringLiteral(";first\r\n;second\r\nStyle: Sign,")));
@@ -151,7 +153,7 @@ TEST_F(FontTest, CommentLinesGoAheadOfTheStyle)
 
 TEST_F(FontTest, NewListHasDefaultAndClearRemovesIt)
 {
-    auto list = fonts(2);
+    auto list = fonts(ScriptType::ASS);
     ASSERT_EQ(list->Count(), 1);
     EXPECT_TRUE(list->Exists(QStringLiteral("Default")));
     EXPECT_EQ(list->Item(QStringLiteral("Default"))->FontName(), QStringLiteral("楷体"));
@@ -164,7 +166,7 @@ TEST_F(FontTest, NewListHasDefaultAndClearRemovesIt)
 
 TEST_F(FontTest, AddRefusesIdenticalAndRenamesDifferent)
 {
-    auto list = fonts(2); // counter 1 after Default
+    auto list = fonts(ScriptType::ASS); // counter 1 after Default
     auto same = Class::Make<CFont>(QStringLiteral("Default"));
     same->setWindow(nullptr);
     EXPECT_EQ(list->Add(std::move(same)), nullptr);
@@ -194,7 +196,7 @@ TEST_F(FontTest, AddRefusesIdenticalAndRenamesDifferent)
 
 TEST_F(FontTest, CopyFontLeavesTheThirdColourBehind)
 {
-    auto list = fonts(1);
+    auto list = fonts(ScriptType::SSA);
     auto src = parsed(list.get(), ssaStyle);
     src->Comment = QStringLiteral("c");
     src->BackAlpha = 77;
@@ -210,7 +212,7 @@ TEST_F(FontTest, CopyFontLeavesTheThirdColourBehind)
 
 TEST_F(FontTest, ReadsTheSectionWithCommentsAndStopsAtEvents)
 {
-    auto list = fonts(2);
+    auto list = fonts(ScriptType::ASS);
     list->setContent(crlf({ QStringLiteral("[Script Info]"), QStringLiteral("Title: x"), QString(), assHead,
         QStringLiteral(";  about sign"), QStringLiteral("; second"), assStyle, QStringLiteral("junk line"),
         QStringLiteral("  style: "
@@ -237,7 +239,7 @@ TEST_F(FontTest, ReadsTheSectionWithCommentsAndStopsAtEvents)
 
 TEST_F(FontTest, WrongFieldCountAsksAndNoStops)
 {
-    auto list = fonts(2);
+    auto list = fonts(ScriptType::ASS);
     const QString ssaLine = ssaStyle;
     const QString text = crlf({ ssaHead, ssaLine, assStyle });
     prompt.Answers = { MsgBoxResult::Yes };
@@ -256,19 +258,19 @@ TEST_F(FontTest, WrongFieldCountAsksAndNoStops)
 
 TEST_F(FontTest, EmptyListWritesTheBuiltInLine)
 {
-    auto ass = fonts(2);
+    auto ass = fonts(ScriptType::ASS);
     ass->setContent(QStringLiteral("[Events]"));
     EXPECT_EQ(ass->Count(), 0);
     EXPECT_TRUE(ass->Content().endsWith(
         QStringLiteral("\r\nStyle: "
                        "Default,simhei,18,&H00ffffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,100,100,0,0."
                        "00,1,2,3,2,20,20,25,134\r\n")));
-    auto ssa = fonts(1);
+    auto ssa = fonts(ScriptType::SSA);
     ssa->Clear();
     EXPECT_EQ(ssa->Content(),
         QStringLiteral("[V4 Styles]\r\nFormat: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, "
                        "TertiaryColour, BackColour, Bold, Italic, BorderStyle, Outline, Shadow, Alignment, "
                        "MarginL, MarginR, MarginV, AlphaLevel, Encoding\r\n"
                        "Style: Default,楷体,24,16777215,65535,65280,0,0,0,1,1,1,2,30,30,10,0,134\r\n"));
-    EXPECT_EQ(fonts(3)->Content(), QString());
+    EXPECT_EQ(fonts(ScriptType::SAMI)->Content(), QString());
 }

@@ -17,7 +17,7 @@ protected:
     {
         ScriptTest::SetUp();
         list = Class::Make<CSSAContent>();
-        list->ScriptType = 2;
+        list->ScriptType = ScriptType::ASS;
     }
     QString ev(const QString &start, const QString &text, const QString &type = QStringLiteral("Dialogue"))
     {
@@ -31,7 +31,7 @@ protected:
 TEST_F(ContentTest, NewListDefaults)
 {
     auto fresh = Class::Make<CSSAContent>();
-    EXPECT_EQ(fresh->ScriptType, 1);
+    EXPECT_EQ(fresh->ScriptType, ScriptType::SSA);
     EXPECT_EQ(fresh->SaveOption, 255);
     EXPECT_EQ(fresh->Count(), 0);
 }
@@ -149,16 +149,16 @@ TEST_F(ContentTest, WriterEmitsFlagLinesAndBlankLines)
             "Dialogue: 0,0:00:01.00,0:00:02.00,Default,NTP,0000,0000,0000,,a\r\n"
             "\r\n"
             "Dialogue: 0,0:00:00.00,0:00:03.00,Default,NTP,0000,0000,0000,,b\r\n"));
-    list->ScriptType = 1;
+    list->ScriptType = ScriptType::SSA;
     const QString ssa = list->Content();
     EXPECT_TRUE(ssa.startsWith(QStringLiteral(
         "[Events]\r\nFormat: Marked, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n"
         "Comment: Marked=0,0:00:00.00,0:00:00.00,Default,Velmar,0000,0000,0000,,// Velmar注释: ")));
 
     // The flags survive a write and a read.
-    list->ScriptType = 2;
+    list->ScriptType = ScriptType::ASS;
     auto again = Class::Make<CSSAContent>();
-    again->ScriptType = 2;
+    again->ScriptType = ScriptType::ASS;
     again->setContent(list->Content());
     // The text ends in "\r\n", so the reading ends with a blank line.
     ASSERT_EQ(again->Count(), 4);
@@ -226,7 +226,7 @@ TEST_F(ContentTest, DuplicateCopiesDeeplyAndRenumbers)
     EXPECT_EQ(copy->At(0)->SerialNo(), 1);
     EXPECT_EQ(copy->At(1)->SerialNo(), 2);
     EXPECT_EQ(copy->At(1)->Parent(), copy.get());
-    EXPECT_EQ(copy->ScriptType, 2);
+    EXPECT_EQ(copy->ScriptType, ScriptType::ASS);
     EXPECT_EQ(copy->SaveOption, 4 + 16);
     const CSSAContentLine *two = copy->At(1);
     EXPECT_DOUBLE_EQ(two->StartTime(), 2.5);

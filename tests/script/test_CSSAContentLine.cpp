@@ -13,9 +13,9 @@ protected:
     {
         ScriptTest::SetUp();
         list = Class::Make<CSSAContent>();
-        list->ScriptType = 2;
+        list->ScriptType = ScriptType::ASS;
     }
-    CSSAContentLine *parse(const QString &text, int scriptType = 2)
+    CSSAContentLine *parse(const QString &text, ScriptType scriptType = ScriptType::ASS)
     {
         list->ScriptType = scriptType;
         CSSAContentLine *line = list->Create();
@@ -43,13 +43,13 @@ TEST_F(LineTest, AssDialogueKeepsCommasOfTheTextAndMarksTheDefaultStyle)
 TEST_F(LineTest, SsaMarkedFieldAndTheSameLineInAssFailsAtTheFirstField)
 {
     const QString text = QStringLiteral("Dialogue: Marked=1,0:00:01.00,0:00:02.00,S,,0,0,0,,x");
-    auto *ssa = parse(text, 1);
+    auto *ssa = parse(text, ScriptType::SSA);
     EXPECT_EQ(ssa->ErrNumber, 0);
     EXPECT_EQ(ssa->Marked(), 1);
     EXPECT_EQ(ssa->Layer(), 0);
     EXPECT_TRUE(prompt.Messages().isEmpty());
 
-    auto *ass = parse(text, 2);
+    auto *ass = parse(text, ScriptType::ASS);
     EXPECT_EQ(ass->ErrNumber, -1);
     EXPECT_DOUBLE_EQ(ass->StartTime(), 0.0); // stopped before the times
     EXPECT_EQ(ass->Dialog(), QString());
@@ -172,14 +172,14 @@ TEST_F(LineTest, MarginSetterKeepsOnlyNumbersFromZeroTo9999)
 
 TEST_F(LineTest, DefaultOutputInBothVersions)
 {
-    for (int type : { 1, 2 }) {
+    for (ScriptType type : { ScriptType::SSA, ScriptType::ASS }) {
         list->ScriptType = type;
         auto *l = list->Create();
         l->setContent(QStringLiteral("Dialogue: %1,0:00:01.00,0:00:03.50,Default,NTP,0,0,0,,Text")
-                          .arg(type == 1 ? QStringLiteral("Marked=0") : QStringLiteral("0")));
+                          .arg(type == ScriptType::SSA ? QStringLiteral("Marked=0") : QStringLiteral("0")));
         ASSERT_EQ(l->ErrNumber, 0);
         EXPECT_EQ(l->Content(),
-            type == 1
+            type == ScriptType::SSA
                 ? QStringLiteral("Dialogue: Marked=0,0:00:01.00,0:00:03.50,*Default,NTP,0000,0000,0000,,Text")
                 : QStringLiteral("Dialogue: 0,0:00:01.00,0:00:03.50,*Default,NTP,0000,0000,0000,,Text"));
     }

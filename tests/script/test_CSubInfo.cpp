@@ -55,7 +55,7 @@ TEST_F(SubInfoTest, DefaultsAndMissingSection)
     info->setContent(QStringLiteral("[V4+ Styles]\r\nTitle: not a head"));
     EXPECT_EQ(info->Title(), QStringLiteral("云帆字幕"));
     EXPECT_EQ(info->OriginalScript(), QStringLiteral("云帆字幕组"));
-    EXPECT_EQ(info->ScriptType(), 2);
+    EXPECT_EQ(info->ScriptType(), ScriptType::ASS);
     EXPECT_EQ(info->Timer(), 100);
     EXPECT_EQ(info->SMIStyleType, QStringLiteral("text/css"));
 }
@@ -72,7 +72,7 @@ TEST_F(SubInfoTest, ReadsKeysCommentsAndStopsAtTheNextSection)
     EXPECT_EQ(info->Comment(), QStringLiteral(" first comment\r\nsecond"));
     EXPECT_EQ(info->Title(), QStringLiteral(" X"));
     EXPECT_EQ(info->OriginalScript(), QStringLiteral("Me"));
-    EXPECT_EQ(info->ScriptType(), 1); // the key's value is compared case-sensitively
+    EXPECT_EQ(info->ScriptType(), ScriptType::SSA); // the key's value is compared case-sensitively
     EXPECT_EQ(info->Collisions(), 1);
     EXPECT_EQ(info->PlayResX(), 640);
     EXPECT_EQ(info->PlayResY(), 0);
@@ -123,23 +123,23 @@ TEST_F(SubInfoTest, ClearKeepsSizeAndOtherHeads)
     info->SSTHead = QStringLiteral("st_format 2");
     info->setTitle(QStringLiteral("x"));
     info->setLrcOffset(5);
-    info->setScriptType(8);
+    info->setScriptType(ScriptType::LRC);
     info->Clear();
     EXPECT_EQ(info->PlayResX(), 640);
     EXPECT_EQ(info->SSTHead, QStringLiteral("st_format 2"));
     EXPECT_EQ(info->Title(), QStringLiteral("云帆字幕"));
     EXPECT_EQ(info->LrcOffset(), 0);
-    EXPECT_EQ(info->ScriptType(), 2);
+    EXPECT_EQ(info->ScriptType(), ScriptType::ASS);
 }
 
 TEST_F(SubInfoTest, NamesAndTheirFault)
 {
     int type = 0;
     for (const char *name : { "SSA V4.00", "AAS V4.00+", "SAMI" }) {
-        info->setScriptType(++type);
+        info->setScriptType(ScriptType(++type));
         EXPECT_EQ(info->ScriptTypeName(), QString::fromLatin1(name));
     }
-    info->setScriptType(4);
+    info->setScriptType(ScriptType::SRT);
     int number = 0;
     try {
         info->ScriptTypeName();
@@ -154,18 +154,18 @@ TEST_F(SubInfoTest, NamesAndTheirFault)
 
 TEST_F(SubInfoTest, OtherHeads)
 {
-    info->setScriptType(8);
+    info->setScriptType(ScriptType::LRC);
     EXPECT_EQ(info->Content(), QString());
     info->setLrcName(QStringLiteral("歌"));
     info->setLrcEditor(QStringLiteral("me"));
     info->setLrcOffset(-0.5);
     EXPECT_EQ(info->Content(), QStringLiteral("[ti:歌]\r\n[by:me]\r\n[offset:-0.5]\r\n"));
 
-    info->setScriptType(9);
+    info->setScriptType(ScriptType::SST);
     info->SSTHead = QStringLiteral("st_format\t2");
     EXPECT_EQ(info->Content(), QStringLiteral("st_format\t2"));
 
-    info->setScriptType(3);
+    info->setScriptType(ScriptType::SAMI);
     const QString sami = info->Content();
     EXPECT_TRUE(sami.startsWith(
         QStringLiteral("<HEAD>\r\n<TITLE>云帆字幕</TITLE>\r\n<!--\r\n; // 此字幕由Velmar生成")));
@@ -173,7 +173,7 @@ TEST_F(SubInfoTest, OtherHeads)
         "-->\r\n<STYLE type\"text/css\">\r\n<!--\r\n"
         "P {margin-left:8pt; margin-right:8pt;margin-bottom:2pt;margin-top:6pt;text-align:center;}\r\n"
         "#Normal {name:标准字型;font-family:Verdana;font-size:16pt;}\r\n-->\r\n</STYLE>\r\n</HEAD>\r\n")));
-    info->setScriptType(4);
+    info->setScriptType(ScriptType::SRT);
     EXPECT_EQ(info->Content(), QString());
 }
 

@@ -60,7 +60,7 @@ const QString smallAss = QStringLiteral(
 
 TEST_F(TimingTest, NewDocumentIsAnEmptyAssScript)
 {
-    EXPECT_EQ(doc->ScriptType(), 2);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::ASS);
     EXPECT_EQ(doc->TimingOption, 255);
     EXPECT_EQ(doc->TimeFormat(), 0);
     const QString out = doc->Content();
@@ -76,10 +76,10 @@ TEST_F(TimingTest, NewDocumentIsAnEmptyAssScript)
 
 TEST_F(TimingTest, ScriptTypeAndTimeFormatArePushedDown)
 {
-    doc->setScriptType(1);
-    EXPECT_EQ(doc->ScriptInfo->ScriptType(), 1);
-    EXPECT_EQ(doc->Fonts->ScriptType, 1);
-    EXPECT_EQ(doc->SSAContent->ScriptType, 1);
+    doc->setScriptType(ScriptType::SSA);
+    EXPECT_EQ(doc->ScriptInfo->ScriptType(), ScriptType::SSA);
+    EXPECT_EQ(doc->Fonts->ScriptType, ScriptType::SSA);
+    EXPECT_EQ(doc->SSAContent->ScriptType, ScriptType::SSA);
     doc->setScriptSubType(2);
     EXPECT_EQ(doc->SSAContent->ScriptSubType, 2);
     doc->SSAContent->Create();
@@ -118,7 +118,7 @@ TEST_F(TimingTest, TimingOptionSelectsSections)
     doc->TimingOption = 2 + 64 + 4 + 8 + 16 + 32;
     const QString noHead = doc->Content();
     EXPECT_TRUE(noHead.startsWith(QStringLiteral("[V4+ Styles]\r\n")));
-    doc->setScriptType(0);
+    doc->setScriptType(ScriptType::Plain);
     EXPECT_TRUE(doc->Content().startsWith(QStringLiteral("[Events]\r\n")));
 }
 
@@ -195,7 +195,7 @@ TEST_F(TimingTest, PlainTextGoesToTheGridColumn)
     FakeGrid grid;
     grid.column = { QStringLiteral("old") };
     doc->setTimingTable(&grid);
-    doc->setScriptType(7);
+    doc->setScriptType(ScriptType::DialogueText);
     doc->setChanged(true);
     doc->setContent(QStringLiteral("一\r\n二\r\n三"));
     EXPECT_EQ(
@@ -210,7 +210,7 @@ TEST_F(TimingTest, PlainTextGoesToTheGridColumn)
 
 TEST_F(TimingTest, WithoutAGridPlainTextBecomesUntimedLines)
 {
-    doc->setScriptType(7);
+    doc->setScriptType(ScriptType::DialogueText);
     doc->setContent(QStringLiteral("one\r\n{\\b1}two"));
     ASSERT_EQ(doc->SSAContent->Count(), 2);
     EXPECT_EQ(doc->Content(), QStringLiteral("one\r\ntwo\r\n"));
@@ -296,7 +296,7 @@ struct Snapshot
     QStringList lines, styles, comments;
     QString title, originalScript;
     double playResX = 0, playResY = 0;
-    int scriptType = 0;
+    ScriptType scriptType = ScriptType::Plain;
 };
 
 Snapshot snapshot(CTiming &doc)
@@ -327,7 +327,7 @@ Snapshot snapshot(CTiming &doc)
 
 // What a save fills in by rule: a blank title or original script becomes the "not
 // set" text, and an empty style list the built-in style.
-void expectSameAfterSave(const Snapshot &first, const Snapshot &second, int scriptType)
+void expectSameAfterSave(const Snapshot &first, const Snapshot &second, ScriptType scriptType)
 {
     auto filled = [](const QString &value) {
         return value.trimmed().isEmpty() ? QStringLiteral(" ") + Msg(QStringLiteral("SUBINFO_MSG_106"))
@@ -336,9 +336,9 @@ void expectSameAfterSave(const Snapshot &first, const Snapshot &second, int scri
     EXPECT_EQ(second.lines, first.lines);
     if (first.styles.isEmpty()) {
         ASSERT_EQ(second.styles.size(), 1);
-        EXPECT_TRUE(
-            second.styles[0].startsWith(scriptType == 1 ? QStringLiteral("Style: Default,楷体,24,")
-                                                        : QStringLiteral("Style: Default,simhei,18,")));
+        EXPECT_TRUE(second.styles[0].startsWith(scriptType == ScriptType::SSA
+                ? QStringLiteral("Style: Default,楷体,24,")
+                : QStringLiteral("Style: Default,simhei,18,")));
     } else {
         EXPECT_EQ(second.styles, first.styles);
     }
@@ -384,7 +384,7 @@ TEST_F(TimingTest, RealScriptsSurviveAWriteAndARead)
             for (int variant = 0; variant < 2; ++variant) {
                 const QString &source = sources[variant];
                 auto list = Class::MakeCollection<CTimings>();
-                const int type = sub == u"ssa" ? 1 : 2;
+                const ScriptType type = sub == u"ssa" ? ScriptType::SSA : ScriptType::ASS;
                 CTiming *docs[3];
                 QString written[3];
                 QString text = source;

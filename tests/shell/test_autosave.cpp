@@ -16,7 +16,7 @@ namespace {
 class FakeDocument : public IAutoSaveDocument
 {
 public:
-    FakeDocument(Kind kind, QString text, qint32 type = 0, qint32 option = 0)
+    FakeDocument(Kind kind, QString text, ::ScriptType type = ::ScriptType::Plain, qint32 option = 0)
         : kind(kind)
         , text(std::move(text))
         , type(type)
@@ -31,16 +31,16 @@ public:
             throw std::runtime_error("disk gone");
         return text;
     }
-    qint32 ScriptType() const override { return type; }
-    void setScriptType(qint32 t) override { type = t; }
+    ::ScriptType ScriptType() const override { return type; }
+    void setScriptType(::ScriptType t) override { type = t; }
     qint32 TimingOption() const override { return option; }
     void setTimingOption(qint32 o) override { option = o; }
 
     Kind kind;
     QString text;
-    qint32 type;
+    ::ScriptType type;
     qint32 option;
-    qint32 seenType = -1;
+    ::ScriptType seenType = ::ScriptType(-1);
     qint32 seenOption = -1;
     bool fail = false;
 };
@@ -105,8 +105,8 @@ TEST_F(AutoSaveTest, TheCounterRunsEveryAutoSaveTimeTicks)
 TEST_F(AutoSaveTest, EachOpenDocumentIsWrittenWithTheStamp)
 {
     save.AutoSaveTime = 1;
-    FakeDocument srt(IAutoSaveDocument::Timing, QStringLiteral("[Script Info]\r\n对白"), 4, 16);
-    FakeDocument draft(IAutoSaveDocument::Translate, QStringLiteral("{\\rtf1 draft}"), 0, 1);
+    FakeDocument srt(IAutoSaveDocument::Timing, QStringLiteral("[Script Info]\r\n对白"), ScriptType::SRT, 16);
+    FakeDocument draft(IAutoSaveDocument::Translate, QStringLiteral("{\\rtf1 draft}"), ScriptType::Plain, 1);
     FakeDocument notes(IAutoSaveDocument::NotePad, QStringLiteral("notes"));
     FakeDocument player(IAutoSaveDocument::Other, QStringLiteral("never"));
     ASSERT_TRUE(save.Tick({ &srt, &player, &draft, &notes }));
@@ -118,15 +118,15 @@ TEST_F(AutoSaveTest, EachOpenDocumentIsWrittenWithTheStamp)
     EXPECT_EQ(save.Written[2], folder + QStringLiteral("AutoSave(2024-03-09-07-05-04).txt"));
 
     // The SRT document went out as a whole ASS script and kept its own type.
-    EXPECT_EQ(srt.seenType, 2);
+    EXPECT_EQ(srt.seenType, ScriptType::ASS);
     EXPECT_EQ(srt.seenOption, 255);
-    EXPECT_EQ(srt.type, 4);
+    EXPECT_EQ(srt.type, ScriptType::SRT);
     EXPECT_EQ(srt.option, 16);
     // The draft went out as rich text with its options as they stood.
-    EXPECT_EQ(draft.seenType, 6);
+    EXPECT_EQ(draft.seenType, ScriptType::RichText);
     EXPECT_EQ(draft.seenOption, 1);
-    EXPECT_EQ(draft.type, 0);
-    EXPECT_EQ(player.seenType, -1);
+    EXPECT_EQ(draft.type, ScriptType::Plain);
+    EXPECT_EQ(player.seenType, ScriptType(-1));
 
     // Written in the system code page.
     EXPECT_EQ(DecodeSystemCodePage(readAll(save.Written[0])), srt.text);
@@ -140,8 +140,8 @@ TEST_F(AutoSaveTest, EachOpenDocumentIsWrittenWithTheStamp)
 TEST_F(AutoSaveTest, TwoWindowsInOneSecondDoNotOverwriteEachOther)
 {
     save.AutoSaveTime = 1;
-    FakeDocument a(IAutoSaveDocument::Timing, QStringLiteral("first"), 2);
-    FakeDocument b(IAutoSaveDocument::Timing, QStringLiteral("second"), 2);
+    FakeDocument a(IAutoSaveDocument::Timing, QStringLiteral("first"), ScriptType::ASS);
+    FakeDocument b(IAutoSaveDocument::Timing, QStringLiteral("second"), ScriptType::ASS);
     ASSERT_TRUE(save.Tick({ &a, &b }));
     ASSERT_EQ(save.Written.size(), 2);
     EXPECT_TRUE(save.Written[0].endsWith(QStringLiteral("AutoSave(2024-03-09-07-05-04).ass")));
@@ -200,12 +200,12 @@ TEST_F(AutoSaveTest, AFaultEndsTheRunAndTheTimerGoesOn)
 {
     save.AutoSaveTime = 2;
     FakeDocument good(IAutoSaveDocument::NotePad, QStringLiteral("a"));
-    FakeDocument bad(IAutoSaveDocument::Timing, QStringLiteral("b"), 4, 8);
+    FakeDocument bad(IAutoSaveDocument::Timing, QStringLiteral("b"), ScriptType::SRT, 8);
     FakeDocument later(IAutoSaveDocument::NotePad, QStringLiteral("c"));
     bad.fail = true;
     EXPECT_EQ(TicksToRun({ &good, &bad, &later }), 2);
     EXPECT_EQ(save.Written.size(), 1);
-    EXPECT_EQ(bad.type, 4); // put back even though the read failed
+    EXPECT_EQ(bad.type, ScriptType::SRT); // put back even though the read failed
     EXPECT_EQ(bad.option, 8);
     bad.fail = false;
     SetNow(Now().addSecs(2));

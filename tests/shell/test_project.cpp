@@ -27,13 +27,13 @@ TEST_F(ProjectTest, RoundTripWithRelativeAndAbsolutePaths)
     CProject p;
     p.Init();
     EXPECT_EQ(p.SerialNo(), 1);
-    p.AddFile(root + QStringLiteral("/subs/第一集.ass"), 2);
-    p.AddFile(root + QStringLiteral("/draft.rtf"), 6);
-    p.AddFile(QStringLiteral("/media/video/ep 1.mkv"), 100);
-    p.AddFile(root + QStringLiteral("/subs/../draft.rtf"), 0); // the same file again
+    p.AddFile(root + QStringLiteral("/subs/第一集.ass"), ScriptType::ASS);
+    p.AddFile(root + QStringLiteral("/draft.rtf"), ScriptType::RichText);
+    p.AddFile(QStringLiteral("/media/video/ep 1.mkv"), ScriptType::Video);
+    p.AddFile(root + QStringLiteral("/subs/../draft.rtf"), ScriptType::Plain); // the same file again
     EXPECT_TRUE(p.Changed());
     ASSERT_EQ(p.Files().size(), 3u);
-    EXPECT_EQ(p.Files()[1].ScriptType, 0);
+    EXPECT_EQ(p.Files()[1].ScriptType, ScriptType::Plain);
 
     const QString name = root + QStringLiteral("/show.vlr");
     ASSERT_TRUE(p.OutputSub(name)) << p.LastError().toStdString();
@@ -51,7 +51,7 @@ TEST_F(ProjectTest, RoundTripWithRelativeAndAbsolutePaths)
     ASSERT_TRUE(q.InputSub(moved + QStringLiteral("/show.vlr"))) << q.LastError().toStdString();
     ASSERT_EQ(q.Files().size(), 3u);
     EXPECT_EQ(q.Files()[0].Path, moved + QStringLiteral("/subs/第一集.ass"));
-    EXPECT_EQ(q.Files()[0].ScriptType, 2);
+    EXPECT_EQ(q.Files()[0].ScriptType, ScriptType::ASS);
     EXPECT_EQ(q.Files()[2].Path, QStringLiteral("/media/video/ep 1.mkv"));
     EXPECT_EQ(q.FileName(), moved + QStringLiteral("/show.vlr"));
     EXPECT_FALSE(q.Changed());
@@ -67,13 +67,13 @@ TEST_F(ProjectTest, ToleratedVariations)
     ASSERT_EQ(p.Files().size(), 2u);
     EXPECT_EQ(p.Files()[0].Path, TempPath(QStringLiteral("a b.srt")));
     EXPECT_EQ(p.Files()[1].Path, QStringLiteral("/x\ty.txt")); // only the first tab splits
-    EXPECT_EQ(p.Files()[1].ScriptType, -1);
+    EXPECT_EQ(p.Files()[1].ScriptType, ScriptType(-1));
 }
 
 TEST_F(ProjectTest, BadFilesAreRefusedAndTheProjectStaysAsItWas)
 {
     CProject p;
-    p.AddFile(QStringLiteral("/keep.ass"), 2);
+    p.AddFile(QStringLiteral("/keep.ass"), ScriptType::ASS);
     const QString name = TempPath(QStringLiteral("bad.vlr"));
     const QList<QByteArray> bad {
         QByteArray(),
@@ -102,7 +102,7 @@ TEST_F(ProjectTest, BadFilesAreRefusedAndTheProjectStaysAsItWas)
 TEST_F(ProjectTest, AFileNameWithALineBreakIsNotWritten)
 {
     CProject p;
-    p.AddFile(QStringLiteral("/odd\nname.ass"), 2);
+    p.AddFile(QStringLiteral("/odd\nname.ass"), ScriptType::ASS);
     const QString name = TempPath(QStringLiteral("odd.vlr"));
     EXPECT_FALSE(p.OutputSub(name));
     EXPECT_FALSE(QFileInfo::exists(name));
@@ -115,7 +115,7 @@ TEST_F(ProjectTest, ClosingAskedOnlyWhenChanged)
     EXPECT_TRUE(p.QueryClose());
     EXPECT_TRUE(prompt.Messages().isEmpty());
 
-    p.AddFile(QStringLiteral("/a.ass"), 2);
+    p.AddFile(QStringLiteral("/a.ass"), ScriptType::ASS);
     prompt.Answers.push_back(MsgBoxResult::Cancel);
     EXPECT_FALSE(p.QueryClose());
     EXPECT_EQ(prompt.Messages().last(), QStringLiteral("保存所做的修改吗?"));

@@ -22,7 +22,7 @@ TEST_F(RecentFileTest, NewFilesGoFirstAndTheLastFallsOut)
     r.Init();
     ASSERT_EQ(r.Length(), 5);
     for (const char *n : { "/a.ass", "/b.srt", "/c.txt", "/d.rtf", "/e.avi", "/f.lrc" })
-        r.InsertRecentFileList(QString::fromLatin1(n), 2);
+        r.InsertRecentFileList(QString::fromLatin1(n), ScriptType::ASS);
     EXPECT_EQ(Names(r), (QStringList { "/f.lrc", "/e.avi", "/d.rtf", "/c.txt", "/b.srt" }));
 }
 
@@ -30,22 +30,22 @@ TEST_F(RecentFileTest, AListedFileMovesUpAndCaseDoesNotMatter)
 {
     CRecentFile r;
     r.Init(4);
-    r.InsertRecentFileList(QStringLiteral("C:\\A.SRT"), 4);
-    r.InsertRecentFileList(QStringLiteral("/x.ass"), 2);
-    r.InsertRecentFileList(QStringLiteral("/movie.mkv"), 100);
-    r.InsertRecentFileList(QStringLiteral("c:\\a.srt"), 4);
+    r.InsertRecentFileList(QStringLiteral("C:\\A.SRT"), ScriptType::SRT);
+    r.InsertRecentFileList(QStringLiteral("/x.ass"), ScriptType::ASS);
+    r.InsertRecentFileList(QStringLiteral("/movie.mkv"), ScriptType::Video);
+    r.InsertRecentFileList(QStringLiteral("c:\\a.srt"), ScriptType::SRT);
     EXPECT_EQ(Names(r), (QStringList { "c:\\a.srt", "/movie.mkv", "/x.ass", "" }));
-    EXPECT_EQ(r.FileType(2), 100);
-    EXPECT_EQ(r.FileType(3), 2);
+    EXPECT_EQ(r.FileType(2), ScriptType::Video);
+    EXPECT_EQ(r.FileType(3), ScriptType::ASS);
 
     // The first again: nothing moves.
-    r.InsertRecentFileList(QStringLiteral("c:\\a.srt"), 4);
+    r.InsertRecentFileList(QStringLiteral("c:\\a.srt"), ScriptType::SRT);
     EXPECT_EQ(Names(r), (QStringList { "c:\\a.srt", "/movie.mkv", "/x.ass", "" }));
     // The middle one comes up and the others keep their order.
-    r.InsertRecentFileList(QStringLiteral("/X.ASS"), 1);
+    r.InsertRecentFileList(QStringLiteral("/X.ASS"), ScriptType::SSA);
     EXPECT_EQ(Names(r), (QStringList { "/X.ASS", "c:\\a.srt", "/movie.mkv", "" }));
-    EXPECT_EQ(r.FileType(1), 1);
-    EXPECT_EQ(r.FileType(3), 100);
+    EXPECT_EQ(r.FileType(1), ScriptType::SSA);
+    EXPECT_EQ(r.FileType(3), ScriptType::Video);
 }
 
 TEST_F(RecentFileTest, TheMenuShowsUsedSlotsWithTheirLabels)
@@ -62,8 +62,8 @@ TEST_F(RecentFileTest, TheMenuShowsUsedSlotsWithTheirLabels)
     ASSERT_EQ(shown.size(), 3u);
     EXPECT_FALSE(shown[0].Visible);
 
-    r.InsertRecentFileList(QStringLiteral("/s/ep1.sst"), 9);
-    r.InsertRecentFileList(QStringLiteral("/d/draft.txt"), 0);
+    r.InsertRecentFileList(QStringLiteral("/s/ep1.sst"), ScriptType::SST);
+    r.InsertRecentFileList(QStringLiteral("/d/draft.txt"), ScriptType::Plain);
     ASSERT_EQ(shown.size(), 3u);
     EXPECT_EQ(shown[0].Caption, QStringLiteral("1: 翻译: /d/draft.txt"));
     EXPECT_EQ(shown[1].Caption, QStringLiteral("2: 时间轴: /s/ep1.sst"));
@@ -78,8 +78,8 @@ TEST_F(RecentFileTest, TheStoreKeepsTheListBetweenRuns)
     {
         CRecentFile r;
         r.Init();
-        r.InsertRecentFileList(QStringLiteral("/one.ass"), 2);
-        r.InsertRecentFileList(QStringLiteral("/two.mp4"), 100);
+        r.InsertRecentFileList(QStringLiteral("/one.ass"), ScriptType::ASS);
+        r.InsertRecentFileList(QStringLiteral("/two.mp4"), ScriptType::Video);
     }
     EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileName1")), QStringLiteral("/two.mp4"));
     EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileType1")), QStringLiteral("100"));
@@ -89,9 +89,9 @@ TEST_F(RecentFileTest, TheStoreKeepsTheListBetweenRuns)
     CRecentFile again;
     again.Init();
     EXPECT_EQ(again.FileName(1), QStringLiteral("/two.mp4"));
-    EXPECT_EQ(again.FileType(1), 100);
+    EXPECT_EQ(again.FileType(1), ScriptType::Video);
     EXPECT_EQ(again.FileName(2), QStringLiteral("/one.ass"));
-    EXPECT_EQ(again.FileType(2), 2);
+    EXPECT_EQ(again.FileType(2), ScriptType::ASS);
 }
 
 TEST_F(RecentFileTest, CountAndHostileTypesFromTheStore)
@@ -101,8 +101,8 @@ TEST_F(RecentFileTest, CountAndHostileTypesFromTheStore)
     CRecentFile r;
     r.Init();
     EXPECT_EQ(r.Length(), 2);
-    EXPECT_EQ(r.FileType(1), 0);
-    EXPECT_EQ(r.FileType(2), 4);
+    EXPECT_EQ(r.FileType(1), ScriptType::Plain);
+    EXPECT_EQ(r.FileType(2), ScriptType::SRT);
     EXPECT_EQ(r.FileName(3), QString()); // beyond the list
 }
 
@@ -110,7 +110,7 @@ TEST_F(RecentFileTest, ALengthOfZeroHoldsAndWritesNothing)
 {
     CRecentFile r;
     r.Init(0);
-    r.InsertRecentFileList(QStringLiteral("/a.ass"), 2);
+    r.InsertRecentFileList(QStringLiteral("/a.ass"), ScriptType::ASS);
     EXPECT_EQ(r.Length(), 0);
     EXPECT_TRUE(r.Menu().empty());
     EXPECT_EQ(GetSetting(QStringLiteral("Recent"), QStringLiteral("FileName1"), QStringLiteral("none")),
@@ -119,18 +119,18 @@ TEST_F(RecentFileTest, ALengthOfZeroHoldsAndWritesNothing)
 
 TEST(RecentFileLabels, TypesAndLabels)
 {
-    EXPECT_EQ(CRecentFile::ScripyTypeName(0), QStringLiteral("翻译"));
-    EXPECT_EQ(CRecentFile::ScripyTypeName(6), QStringLiteral("翻译"));
+    EXPECT_EQ(CRecentFile::ScripyTypeName(ScriptType::Plain), QStringLiteral("翻译"));
+    EXPECT_EQ(CRecentFile::ScripyTypeName(ScriptType::RichText), QStringLiteral("翻译"));
     for (int t : { 1, 2, 3, 4, 5, 7, 8, 9 })
-        EXPECT_EQ(CRecentFile::ScripyTypeName(t), QStringLiteral("时间轴")) << t;
-    EXPECT_EQ(CRecentFile::ScripyTypeName(100), QStringLiteral("动画"));
-    EXPECT_EQ(CRecentFile::ScripyTypeName(10), QStringLiteral("未知类型"));
-    EXPECT_EQ(CRecentFile::ScripyTypeName(-1), QStringLiteral("未知类型"));
+        EXPECT_EQ(CRecentFile::ScripyTypeName(ScriptType(t)), QStringLiteral("时间轴")) << t;
+    EXPECT_EQ(CRecentFile::ScripyTypeName(ScriptType::Video), QStringLiteral("动画"));
+    EXPECT_EQ(CRecentFile::ScripyTypeName(ScriptType(10)), QStringLiteral("未知类型"));
+    EXPECT_EQ(CRecentFile::ScripyTypeName(ScriptType(-1)), QStringLiteral("未知类型"));
 
-    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("翻译")), 0);
-    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("时间轴")), 1);
-    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("动画")), 100);
-    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("未知类型")), 0);
+    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("翻译")), ScriptType::Plain);
+    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("时间轴")), ScriptType::SSA);
+    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("动画")), ScriptType::Video);
+    EXPECT_EQ(CRecentFile::ScripyType(QStringLiteral("未知类型")), ScriptType::Plain);
 }
 
 } // namespace

@@ -17,15 +17,15 @@ using K = DocumentWindowKind;
 
 TEST(Routing, TypesChooseTheWindow)
 {
-    EXPECT_EQ(WindowKindOfType(0), K::Translate);
-    EXPECT_EQ(WindowKindOfType(6), K::Translate);
+    EXPECT_EQ(WindowKindOfType(ScriptType::Plain), K::Translate);
+    EXPECT_EQ(WindowKindOfType(ScriptType::RichText), K::Translate);
     for (int type : { 1, 2, 3, 4, 5, 7 })
-        EXPECT_EQ(WindowKindOfType(type), K::Timing) << type;
-    EXPECT_EQ(WindowKindOfType(100), K::Player);
+        EXPECT_EQ(WindowKindOfType(ScriptType(type)), K::Timing) << type;
+    EXPECT_EQ(WindowKindOfType(ScriptType::Video), K::Player);
     // LRC and SST documents are not routed by type either.
-    EXPECT_EQ(WindowKindOfType(8), K::None);
-    EXPECT_EQ(WindowKindOfType(9), K::None);
-    EXPECT_EQ(WindowKindOfType(-1), K::None);
+    EXPECT_EQ(WindowKindOfType(ScriptType::LRC), K::None);
+    EXPECT_EQ(WindowKindOfType(ScriptType::SST), K::None);
+    EXPECT_EQ(WindowKindOfType(ScriptType(-1)), K::None);
 }
 
 TEST(Routing, ExtensionsChooseTheWindowByTheLastDot)
@@ -56,7 +56,8 @@ TEST(Routing, FileDialogFilters)
     const int cases[][3] = { { 1, 0, 202 }, { 2, 6, 202 }, { 1, 1, 203 }, { 1, 5, 203 }, { 2, 4, 204 },
         { 2, 9, 207 }, { 1, 100, 205 }, { 1, 7, 206 }, { 3, 2, 206 } };
     for (const auto &c : cases)
-        EXPECT_EQ(FileDialogFilterKey(c[0], c[1]), QStringLiteral("COMM_MSG_%1").arg(c[2]))
+        EXPECT_EQ(FileDialogFilterKey(FileOperation(c[0]), ScriptType(c[1])),
+            QStringLiteral("COMM_MSG_%1").arg(c[2]))
             << c[0] << "," << c[1];
 }
 
@@ -84,8 +85,8 @@ TEST_F(RoutingNames, TimingSaveNameSteps)
 TEST_F(RoutingNames, FileDialogUsesTheFilterAndCancelGivesEmpty)
 {
     prompt.FileNames.push_back(QStringLiteral("/v/a.avi"));
-    EXPECT_EQ(ShowFileDialog(1, 100), QStringLiteral("/v/a.avi"));
-    EXPECT_EQ(ShowFileDialog(2, 2, QStringLiteral("/x.ass")), QString());
+    EXPECT_EQ(ShowFileDialog(FileOperation::Open, ScriptType::Video), QStringLiteral("/v/a.avi"));
+    EXPECT_EQ(ShowFileDialog(FileOperation::Save, ScriptType::ASS, QStringLiteral("/x.ass")), QString());
 }
 
 TEST_F(RoutingNames, FontAndColourDialogsKeepTheOldValueOnCancel)
@@ -106,15 +107,15 @@ TEST(Routing, RecentCaptions)
 {
     auto timing = ParseRecentCaption(QStringLiteral("1: 时间轴: /w/a.srt"));
     ASSERT_TRUE(timing);
-    EXPECT_EQ(timing->Type, 1);
+    EXPECT_EQ(timing->Type, ScriptType::SSA);
     EXPECT_EQ(timing->FileName, QStringLiteral("/w/a.srt"));
     auto video = ParseRecentCaption(QStringLiteral("动画: /v/m: x.avi"));
     ASSERT_TRUE(video);
-    EXPECT_EQ(video->Type, 100);
+    EXPECT_EQ(video->Type, ScriptType::Video);
     EXPECT_EQ(video->FileName, QStringLiteral("/v/m: x.avi"));
     auto draft = ParseRecentCaption(QStringLiteral("3: 翻译: d.txt"));
     ASSERT_TRUE(draft);
-    EXPECT_EQ(draft->Type, 0);
+    EXPECT_EQ(draft->Type, ScriptType::Plain);
     EXPECT_FALSE(ParseRecentCaption(QStringLiteral("no colon here")));
 }
 
@@ -209,8 +210,8 @@ TEST_F(RouterTest, DroppedFilesGoToTheirWindowsInOrder)
 
 TEST_F(RouterTest, AGivenTypeDecidesAndAnUnknownTypeDoesNothing)
 {
-    router.OpenFileByType(QStringLiteral("/w/a.lrc"), 4);
-    router.OpenFileByType(QStringLiteral("/w/a.lrc"), 8);
+    router.OpenFileByType(QStringLiteral("/w/a.lrc"), ScriptType::SRT);
+    router.OpenFileByType(QStringLiteral("/w/a.lrc"), ScriptType::LRC);
     ASSERT_EQ(forms.size(), 1u);
     EXPECT_EQ(forms[0]->Kind, K::Timing);
     EXPECT_TRUE(prompt.Messages().isEmpty());

@@ -191,5 +191,5 @@ TEST_F(AssOverlayTest, StyleAndScriptInformationChangesAreSeen)
     const QImage scaled = Frame(1.0);
     EXPECT_EQ(InkIn(scaled, Bottom).Lit(), 0);
     EXPECT_GT(InkIn(scaled, TopLeft).Blue, 0);
-    EXPECT_EQ(doc->ScriptInfo->ScriptType(), 2);
+    EXPECT_EQ(doc->ScriptInfo->ScriptType(), ScriptType::ASS);
 }

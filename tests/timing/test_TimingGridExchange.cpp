@@ -127,7 +127,7 @@ TEST_F(GridExchangeTest, LoadFillsEveryColumnOfEachLine)
 
 TEST_F(GridExchangeTest, SsaLoadsTheMarkedField)
 {
-    doc->setScriptType(1);
+    doc->setScriptType(ScriptType::SSA);
     CSSAContentLine *a = AddLine("0:00:01.00", "0:00:02.00", "x");
     a->setMarked(1);
     a->setLayer(5);
@@ -139,7 +139,7 @@ TEST_F(GridExchangeTest, SsaLoadsTheMarkedField)
 
 TEST_F(GridExchangeTest, StoreMakesOneLinePerRowWithSpareRowsBlank)
 {
-    doc->setScriptType(1);
+    doc->setScriptType(ScriptType::SSA);
     doc->setScriptSubType(1);
     doc->setTimeFormat(2);
     Fill({ { "0:00:01.00", "0:00:02.00", "first" }, { "", "", "only text" }, { "  ", " ", "   " } });
@@ -157,7 +157,7 @@ TEST_F(GridExchangeTest, StoreMakesOneLinePerRowWithSpareRowsBlank)
     t.StoreGridToContent(content);
 
     ASSERT_EQ(content.Count(), 5);
-    EXPECT_EQ(content.ScriptType, 1);
+    EXPECT_EQ(content.ScriptType, ScriptType::SSA);
     EXPECT_EQ(content.ScriptSubType, 1);
     EXPECT_EQ(content.TimeFormat(), 2);
     const CSSAContentLine *first = content.At(0);
@@ -343,18 +343,18 @@ TEST_F(GridExchangeTest, TextColumnIsPouredUnderExistingTimes)
     EXPECT_EQ(hooks.Calls.mid(0, 5),
         QStringList({ "update -1 1", "update -1 2", "update -1 3", "update -1 4", "update 15 1" }));
 
-    doc->setScriptType(7);
+    doc->setScriptType(ScriptType::DialogueText);
     doc->Read(u"x\r\ny");
     EXPECT_EQ(Dialogs().mid(0, 3), QStringList({ "x", "y", "" }));
 }
 
 TEST_F(GridExchangeTest, OtherFormatsBecomeEventRowsOnLoadAndGoBackOnSave)
 {
-    doc->setScriptType(4);
+    doc->setScriptType(ScriptType::SRT);
     doc->setContent(QStringLiteral("1\r\n00:00:01,500 --> 00:00:03,250\r\n第一行\r\n第二行\r\n\r\n"
                                    "2\r\n00:01:00,000 --> 00:01:02,000\r\nSecond\r\n\r\n"));
     t.LoadGridFromContent(*doc->SSAContent);
-    EXPECT_EQ(doc->ScriptType(), 4); // the type is switched back after the conversion
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT); // the type is switched back after the conversion
     EXPECT_EQ(Cell(3, 1), "0:00:01.50");
     EXPECT_EQ(Cell(4, 1), "0:00:03.25");
     EXPECT_EQ(Cell(5, 1), "Default");

@@ -65,7 +65,7 @@ protected:
     }
     // The timing window's own result: open by name into a document with its grid, then
     // the save options and OK.
-    QString window(const QString &input, qint32 to, qint32 subType, const QString &output)
+    QString window(const QString &input, ScriptType to, qint32 subType, const QString &output)
     {
         std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
         CTimingGrid grid;
@@ -88,20 +88,20 @@ protected:
 struct Kind
 {
     const char *Name; // the file name written
-    qint32 Type;
+    ScriptType Type;
     qint32 SubType;
 };
 
 const Kind kinds[] = {
-    { "in.ass", 2, 0 },
-    { "in.ssa", 1, 0 },
-    { "in.smi", 3, 0 },
-    { "in.srt", 4, 0 },
-    { "in0.smp", 5, 0 },
-    { "in1.smp", 5, 1 },
-    { "in.txt", 7, 0 },
-    { "in.lrc", 8, 0 },
-    { "in.sst", 9, 0 },
+    { "in.ass", ScriptType::ASS, 0 },
+    { "in.ssa", ScriptType::SSA, 0 },
+    { "in.smi", ScriptType::SAMI, 0 },
+    { "in.srt", ScriptType::SRT, 0 },
+    { "in0.smp", ScriptType::SMP, 0 },
+    { "in1.smp", ScriptType::SMP, 1 },
+    { "in.txt", ScriptType::DialogueText, 0 },
+    { "in.lrc", ScriptType::LRC, 0 },
+    { "in.sst", ScriptType::SST, 0 },
 };
 
 TEST_F(Convert, EveryPairGivesTheWindowsResult)
@@ -112,13 +112,13 @@ TEST_F(Convert, EveryPairGivesTheWindowsResult)
         for (const Kind &to : kinds) {
             SCOPED_TRACE(std::string(from.Name) + " -> " + to.Name);
             const QString out = path(QStringLiteral("tool-out"));
-            const ToolRun r
-                = run({ QStringLiteral("--no-backup"), QStringLiteral("--to"), QString::number(to.Type),
+            const ToolRun r = run(
+                { QStringLiteral("--no-backup"), QStringLiteral("--to"), QString::number(qint32(to.Type)),
                     QStringLiteral("--sub-type"), QString::number(to.SubType), input, out });
             EXPECT_EQ(r.Exit, 0);
             const QString expected = window(input, to.Type, to.SubType, path(QStringLiteral("win-out")));
             EXPECT_EQ(decoded(out), expected);
-            if (from.Type != 9) { // picture pages carry no text
+            if (from.Type != ScriptType::SST) { // picture pages carry no text
                 EXPECT_FALSE(expected.isEmpty());
             }
         }
@@ -199,7 +199,7 @@ TEST_F(Convert, StatusAndMessages)
             + path(QStringLiteral("none.srt")));
     EXPECT_FALSE(QFile::exists(path(QStringLiteral("x.ass"))));
 
-    const QString in = write(QStringLiteral("ok.srt"), CFileOptionModel::Sample(4, 0));
+    const QString in = write(QStringLiteral("ok.srt"), CFileOptionModel::Sample(ScriptType::SRT, 0));
     const ToolRun unwritable = run({ in, path(QStringLiteral("no/such/dir/x.ass")) });
     EXPECT_EQ(unwritable.Exit, 1);
     ASSERT_GE(unwritable.Errors.size(), 2);

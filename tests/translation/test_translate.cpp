@@ -219,14 +219,14 @@ TEST_F(TranslateTest, LongDraftsWarnBeforeTheWalk)
     doc.ChangeOption = 1;
     doc.Content();
     doc.ChangeOption = 3;
-    doc.ScriptType = 6;
+    doc.ScriptType = ScriptType::RichText;
     doc.Content();
     EXPECT_EQ(prompt.Records.size(), 2);
 }
 
 TEST_F(TranslateTest, RichDraftsKeepTablesTextAndFormats)
 {
-    doc.ScriptType = 6;
+    doc.ScriptType = ScriptType::RichText;
     doc.setContent(
         QStringLiteral("{\\rtf1{\\colortbl ;\\red255\\green0\\blue0;}//a=b\\par //&H0000FF=red\\par "
                        "plain {\\cf1\\b red}\\par end}"));
@@ -237,12 +237,12 @@ TEST_F(TranslateTest, RichDraftsKeepTablesTextAndFormats)
     const QString rtf = doc.Content();
     ASSERT_TRUE(IsRtf(rtf));
     CTranslate back;
-    back.ScriptType = 6;
+    back.ScriptType = ScriptType::RichText;
     back.setContent(rtf);
     EXPECT_EQ(DocumentPlainText(*back.Translate()), QStringLiteral("plain red\r\nend"));
     EXPECT_EQ(ChangeRows(back).first(), "a=b");
     EXPECT_EQ(ColorRows(back).first(), "ff=red");
-    back.ScriptType = 0;
+    back.ScriptType = ScriptType::Plain;
     back.TranslateOption = 0;
     back.ChangeOption = 1 | 2 | 64;
     EXPECT_EQ(
@@ -283,8 +283,8 @@ TEST(TranslatesTest, CreateNumbersAndCaptions)
     EXPECT_DOUBLE_EQ(a->ReactOffset, -0.3);
     EXPECT_EQ(a->ChangeOption, 1);
     EXPECT_EQ(a->TranslateOption, 128);
-    EXPECT_EQ(a->FileCode, -2);
-    EXPECT_EQ(a->ScriptType, 0);
+    EXPECT_EQ(a->FileCode, FileCode::SystemDefault);
+    EXPECT_EQ(a->ScriptType, ScriptType::Plain);
     a->setContent(QStringLiteral("x"));
     a->Clear();
     EXPECT_TRUE(a->Translate()->isEmpty());

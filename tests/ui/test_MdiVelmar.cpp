@@ -278,7 +278,7 @@ TEST(ProjectWindow, RootNamedAfterTheWindowAndFilesUnderIt)
 
     QTemporaryDir dir;
     const QString vlr = dir.filePath("p.vlr");
-    window.Project()->AddFile(dir.filePath("a.ass"), 2);
+    window.Project()->AddFile(dir.filePath("a.ass"), ScriptType::ASS);
     ASSERT_TRUE(window.Project()->OutputSub(vlr));
     CScriptedPrompt prompt;
     SetPrompt(&prompt);

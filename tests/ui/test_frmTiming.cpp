@@ -156,7 +156,7 @@ TEST_F(TimingWindowTest, OpenStampWithKeysAndSaveAsSrtAndAss)
 
     const QString srt = dir.filePath(QStringLiteral("episode.srt"));
     doc->setFileName(srt);
-    doc->setScriptType(4);
+    doc->setScriptType(ScriptType::SRT);
     ASSERT_TRUE(form->SaveFile(false));
     EXPECT_FALSE(doc->Changed());
     EXPECT_EQ(read(srt),
@@ -166,7 +166,7 @@ TEST_F(TimingWindowTest, OpenStampWithKeysAndSaveAsSrtAndAss)
 
     const QString ass = dir.filePath(QStringLiteral("out.ass"));
     doc->setFileName(ass);
-    doc->setScriptType(2);
+    doc->setScriptType(ScriptType::ASS);
     // Ctrl+S is the window's own key: the grid never sees it.
     QTest::keyClick(form->spdTiming, Qt::Key_S, Qt::ControlModifier);
     const QString written = read(ass);
@@ -348,7 +348,7 @@ TEST_F(TimingWindowTest, FileOptionDialogShowsItsRulesAndWritesTheSave)
     ASSERT_TRUE(form->OpenFile(0, scriptPath));
     frmFileOption dialog(form.get());
     const QString srt = dir.filePath(QStringLiteral("episode.srt"));
-    bool ok = form->runFileOption(dialog, 2, [&] {
+    bool ok = form->runFileOption(dialog, FileOperation::Save, [&] {
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("保存文件选项"));
         EXPECT_TRUE(dialog.optFileType->button(2)->isChecked());
         EXPECT_TRUE(dialog.chkTitle->isEnabled());
@@ -373,14 +373,14 @@ TEST_F(TimingWindowTest, FileOptionDialogShowsItsRulesAndWritesTheSave)
         return dialog.result() == QDialog::Accepted;
     });
     EXPECT_TRUE(ok);
-    EXPECT_EQ(doc->ScriptType(), 4);
+    EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
     EXPECT_EQ(doc->FileName(), srt);
     EXPECT_TRUE(read(srt).startsWith(QStringLiteral("1\r\n0")));
 
     // An open asks for its file first; no name given is a cancel.
     prompt.FileNames.push_back(QString());
     frmFileOption openDialog(form.get());
-    EXPECT_FALSE(form->runFileOption(openDialog, 1, [] { return true; }));
+    EXPECT_FALSE(form->runFileOption(openDialog, FileOperation::Open, [] { return true; }));
 }
 
 TEST_F(TimingWindowTest, ReactionOffsetItemsGoThroughTheTimeDialog)

@@ -361,7 +361,7 @@ TEST_F(ShellWindows, RecentEntriesShowOpenAndAreAnnounced)
     EXPECT_TRUE(frame->mnuFileRecent.first()->isVisible());
     EXPECT_EQ(frame->mnuFileRecent.first()->text(), QStringLiteral("1: 动画: /v/clip.avi"));
 
-    recent.InsertRecentFileList(QStringLiteral("/w/a.srt"), 4);
+    recent.InsertRecentFileList(QStringLiteral("/w/a.srt"), ScriptType::SRT);
     ASSERT_EQ(frame->mnuFileRecent.size(), 3);
     EXPECT_EQ(frame->mnuFileRecent[0]->text(), QStringLiteral("1: 时间轴: /w/a.srt"));
     EXPECT_FALSE(frame->mnuFileRecent[2]->isVisible());
