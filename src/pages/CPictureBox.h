@@ -55,9 +55,6 @@ public:
     bool Antialiased() const { return m_antialiased; }
     void setAntialiased(bool on);
 
-    // A colour with blue in the high byte as the raster's colour, and back.
-    static QColor ToQColor(qint64 colour);
-
 private:
     void fill();
 

@@ -2,6 +2,8 @@
 // screen does not link the graphics library.
 #include "timing/CSpread.h"
 
+#include "core/basColour.h"
+
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -55,5 +57,5 @@ QColor CSpread::ToQColor(quint32 color)
         const QPalette palette = qGuiApp ? QGuiApplication::palette() : QPalette();
         return palette.color(SystemColorRole(color & 0xFFu));
     }
-    return QColor(int(color & 0xFFu), int((color >> 8) & 0xFFu), int((color >> 16) & 0xFFu));
+    return BgrToColor(color);
 }

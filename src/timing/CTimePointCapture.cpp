@@ -1,6 +1,7 @@
 #include "timing/CTimePointCapture.h"
 
 #include "core/IPrompt.h"
+#include "core/KeyCode.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMain.h"
@@ -24,8 +25,6 @@ namespace {
 constexpr int kStart = CTimingGrid::ColStartTime;
 constexpr int kEnd = CTimingGrid::ColEndTime;
 constexpr int kDialog = CTimingGrid::ColDialog;
-constexpr int kUpArrow = 38;
-constexpr int kDownArrow = 40;
 
 void Report(const char *key)
 {
@@ -123,7 +122,7 @@ CaptureKeyResult CTimePointCapture::KeyStroke(const CCaptureKey &key)
 void CTimePointCapture::KeyUp(const CCaptureKey &key)
 {
     m_keyDownCancelled = false;
-    if (m_doc.TraceAVI && (key.KeyCode == kUpArrow || key.KeyCode == kDownArrow))
+    if (m_doc.TraceAVI && (key.KeyCode == KeyCode::Up || key.KeyCode == KeyCode::Down))
         TraceToPlayer();
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
+#include "core/basColour.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "translation/basRtf.h"
@@ -39,13 +40,7 @@ qint64 colourOf(const QTextCharFormat &f)
 {
     if (!f.hasProperty(QTextFormat::ForegroundBrush))
         return 0;
-    const QColor c = f.foreground().color();
-    return qint64(c.red()) | (qint64(c.green()) << 8) | (qint64(c.blue()) << 16);
-}
-
-QColor toQColor(qint64 colour)
-{
-    return QColor(int(colour & 0xFF), int((colour >> 8) & 0xFF), int((colour >> 16) & 0xFF));
+    return ColorToBgr(f.foreground().color());
 }
 
 std::optional<qint64> numberOf(const QString &text)
@@ -248,7 +243,7 @@ qsizetype CTranslate::WriteTables()
     QString last;
     auto write = [&](const QString &row, qint64 colour) {
         QTextCharFormat f;
-        f.setForeground(toQColor(colour));
+        f.setForeground(BgrToColor(colour));
         cursor.insertText(row, f);
         cursor.insertBlock(cursor.blockFormat(), f);
     };
