@@ -6,6 +6,7 @@
 #include "formats/basFileTypes.h"
 #include "script/CTiming.h"
 #include "shell/CRecentFile.h"
+#include "shell/basBackup.h"
 #include "timing/CTimingGrid.h"
 
 namespace basTimingFile {
@@ -88,6 +89,20 @@ OpenResult OpenWithOptions(
     takeText(doc, type, read.Text);
     recordOpened(doc, fileName, type);
     return OpenResult::Opened;
+}
+
+bool WriteFile(
+    const QString &fileName, const QString &text, ScriptType type, FileCode code, bool backup, QString *error)
+{
+    if (backup)
+        BackupFile(fileName);
+    const bool ansi
+        = code == FileCode::ANSI || (type == ScriptType::RichText && code == FileCode::SystemDefault);
+    if (!WriteTextFile(fileName, text, !ansi, error))
+        return false;
+    if (RecentFile)
+        RecentFile->InsertRecentFileList(fileName, type);
+    return true;
 }
 
 void PrepareSave(CFileOptionModel &model, CTiming &doc)

@@ -1,5 +1,6 @@
 #include "script/CTiming.h"
 
+#include "core/CScopeExit.h"
 #include "core/Class.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
@@ -126,6 +127,23 @@ QString CTiming::Content()
         report("TIMING_ERR_115", nullptr);
     }
     return out;
+}
+
+QString CTiming::ContentWith(::ScriptType type, qint32 subType, qint32 timingOption, qint32 timeFormat)
+{
+    const CScopeExit putBack([this, oldType = m_scriptType, oldSubType = m_scriptSubType,
+                                 oldOption = TimingOption, oldFormat = m_timeFormat, oldChanged = Changed()] {
+        setScriptType(oldType);
+        setScriptSubType(oldSubType);
+        TimingOption = oldOption;
+        setTimeFormat(oldFormat);
+        setChanged(oldChanged);
+    });
+    setScriptType(type);
+    setScriptSubType(subType);
+    TimingOption = timingOption;
+    setTimeFormat(timeFormat);
+    return Content();
 }
 
 void CTiming::assembleBody(QString &out)

@@ -80,6 +80,10 @@ public:
     // Assembles the whole file of the present ScriptType. The grid, if any, is first
     // copied into the event list. A fault shows TIMING_ERR_115 and gives the text so far.
     QString Content() override;
+    // The whole file a type and options would give, the document left exactly as it was:
+    // its type, sub-type, TimingOption, time format and change flag come back however the
+    // assembly ends.
+    QString ContentWith(::ScriptType type, qint32 subType, qint32 timingOption, qint32 timeFormat);
     // Reads a whole file of the present ScriptType; clears Changed (except for plain
     // text). A fault shows TIMING_ERR_114; what was read so far stays.
     void setContent(const QString &text) override { Read(text); }

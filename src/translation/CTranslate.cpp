@@ -2,6 +2,7 @@
 
 #include "timing/CSpread.h"
 
+#include "core/CScopeExit.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basColour.h"
@@ -306,6 +307,21 @@ QString CTranslate::Content()
             (v ? v->Description() : QString::fromLocal8Bit(e.what())) + QStringLiteral("\r\n") + Caption());
         return {};
     }
+}
+
+QString CTranslate::ContentWith(::ScriptType type, qint32 changeOption, qint32 translateOption)
+{
+    const CScopeExit putBack([this, oldType = ScriptType, oldChange = ChangeOption,
+                                 oldTranslate = TranslateOption, oldChanged = Changed()] {
+        ScriptType = oldType;
+        ChangeOption = oldChange;
+        TranslateOption = oldTranslate;
+        setChanged(oldChanged);
+    });
+    ScriptType = type;
+    ChangeOption = changeOption;
+    TranslateOption = translateOption;
+    return Content();
 }
 
 QString CTranslate::RichTextToTags(qsizetype start) const
