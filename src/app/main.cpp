@@ -2,6 +2,8 @@
 #include "core/basGuiHooks.h"
 #include "core/basMain.h"
 #include "shell/CRecentFile.h"
+#include "shell/CVelmar.h"
+#include "shell/basStart.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
 #include "ui/frmProject.h"

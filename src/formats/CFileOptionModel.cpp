@@ -4,10 +4,10 @@
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
+#include "formats/CTiming.h"
 #include "formats/ITranslateContent.h"
 #include "formats/basFileTypes.h"
 #include "formats/basTimingFile.h"
-#include "script/CTiming.h"
 
 #include <QFileInfo>
 

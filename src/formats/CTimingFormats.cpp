@@ -2,8 +2,8 @@
 
 #include "core/CScopeExit.h"
 #include "core/Class.h"
+#include "formats/CTiming.h"
 #include "formats/basFormatConvert.h"
-#include "script/CTiming.h"
 
 using namespace basFormatConvert;
 

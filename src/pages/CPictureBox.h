@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pages/IPictureBox.h"
+#include "core/IPictureBox.h"
 
 #include <QFont>
 #include <QImage>

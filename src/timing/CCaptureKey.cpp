@@ -1,9 +1,9 @@
 #include "timing/CCaptureKey.h"
 
+#include "core/CHotKeys.h"
 #include "core/KeyCode.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
-#include "shell/CHotKeys.h"
 
 #include <QChar>
 

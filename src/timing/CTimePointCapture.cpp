@@ -1,5 +1,8 @@
 #include "timing/CTimePointCapture.h"
 
+#include "core/CHotKeys.h"
+#include "core/CSpreadCellKeeper.h"
+#include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
 #include "core/KeyCode.h"
 #include "core/VelmarError.h"
@@ -7,14 +10,11 @@
 #include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
+#include "formats/CTimings.h"
 #include "player/CPlayer.h"
 #include "player/IMediaControl.h"
-#include "player/IPlayerWindow.h"
-#include "script/CTiming.h"
-#include "script/CTimings.h"
-#include "shell/CHotKeys.h"
 #include "timing/CSliderTimeModel.h"
-#include "timing/CSpreadCellKeeper.h"
 #include "timing/CTimingGrid.h"
 
 #include <algorithm>

@@ -1,17 +1,17 @@
 #include "timing/CTimingGrid.h"
 
+#include "core/CSpreadCellKeeper.h"
+#include "core/CSpreadDrawingStop.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
+#include "player/ITimingPreviewHooks.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
 #include "script/basScript.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CSpreadDrawingStop.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <QSet>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "translation/CTranslate.h"
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include "core/CScopeExit.h"
 #include "core/IPrompt.h"

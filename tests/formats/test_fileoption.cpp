@@ -1,11 +1,11 @@
 #include "FormatTestSupport.h"
 
 #include "core/Class.h"
+#include "core/basBackup.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/CTiming.h"
 #include "formats/basTimingFile.h"
-#include "script/CTiming.h"
-#include "shell/basBackup.h"
 #include "timing/CTimingGrid.h"
 
 #include <QFile>

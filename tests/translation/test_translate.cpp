@@ -1,6 +1,6 @@
 #include "core/CScriptedPrompt.h"
+#include "core/CSpread.h"
 #include "formats/CFileOptionModel.h"
-#include "timing/CSpread.h"
 #include "translation/CTranslates.h"
 #include "translation/basRtf.h"
 

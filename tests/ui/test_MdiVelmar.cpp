@@ -1,6 +1,8 @@
 #include "core/CScriptedPrompt.h"
 #include "core/basMain.h"
 #include "core/basSetting.h"
+#include "shell/CVelmar.h"
+#include "shell/basStart.h"
 #include "ui/MdiVelmar.h"
 
 #include "core/basMessage.h"

@@ -1,10 +1,12 @@
-#include "script/CTiming.h"
+#include "formats/CTiming.h"
 
 #include "core/CScopeExit.h"
 #include "core/Class.h"
+#include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basMessage.h"
+#include "player/CPlayer.h"
 #include "player/CPreview.h"
 #include "script/ITimingGrid.h"
 #include "script/basScript.h"
@@ -62,6 +64,14 @@ void CTiming::setTimeFormat(qint32 format)
 {
     m_timeFormat = format;
     SSAContent->setTimeFormat(format);
+}
+
+std::optional<QSize> CTiming::VideoPictureSize() const
+{
+    const CPlayer *player = m_playerWindow ? m_playerWindow->player() : nullptr;
+    if (!player)
+        return std::nullopt;
+    return QSize(player->ImageSourceWidth(), player->ImageSourceHeight());
 }
 
 void CTiming::setTimingTable(ITimingGrid *grid)

@@ -6,6 +6,7 @@
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 #include "script/CSubInfo.h"
+#include "script/ISubInfoHost.h"
 #include "script/SaveOption.h"
 #include "script/ScriptType.h"
 
@@ -24,7 +25,7 @@ class QObject;
 // the styles and the event list (and one body per other file format), reads a whole
 // file into them and assembles a whole file from them. It knows its window only as an
 // object and its grid only through ITimingGrid.
-class CTiming : public isub
+class CTiming : public isub, public ISubInfoHost
 {
 public:
     CTiming();
@@ -74,6 +75,8 @@ public:
     void setTimeFormat(qint32 format);
     IPlayerWindow *PlayerWindow() const { return m_playerWindow; }
     void setPlayerWindow(IPlayerWindow *player) { m_playerWindow = player; }
+    // ISubInfoHost: the picture of the player of the linked window.
+    std::optional<QSize> VideoPictureSize() const override;
     // The grid that holds the lines while the window is open (none headless).
     void setTimingTable(ITimingGrid *grid);
 

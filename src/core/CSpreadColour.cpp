@@ -1,6 +1,6 @@
 // Cell colours as the view paints them; apart from the model so that a program without a
 // screen does not link the graphics library.
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include "core/basColour.h"
 
