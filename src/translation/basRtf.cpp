@@ -4,6 +4,7 @@
 #include "core/basConvert.h"
 #include "core/basText.h"
 
+#include <QSet>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -285,19 +286,25 @@ private:
             s.dest = Dest::Text;
             return;
         }
-        static const char *const skipped[] = { "stylesheet", "info", "pict", "object", "header", "headerl",
-            "headerr", "headerf", "footer", "footerl", "footerr", "footerf", "footnote", "fldinst",
-            "listtable", "listoverridetable", "rsidtbl", "generator", "xmlnstbl", "themedata",
-            "colorschememapping", "latentstyles", "datastore", "revtbl", "filetbl", "pgdsctbl", "mmathPr",
-            "bkmkstart", "bkmkend", "shp", "shpinst", "nonshppict", "author", "operator", "title", "subject",
-            "keywords", "comment", "doccomm", "company", "annotation", "atnid", "atnauthor", "private",
-            "template", "listtext", "pntext", "pntxta", "pntxtb", "protusertbl", "userprops", "wgrffmtfilter",
-            "xmlopen", "background", "ftnsep", "ftnsepc", "aftnsep", "aftnsepc" };
-        for (const char *k : skipped)
-            if (w == QLatin1String(k)) {
-                s.dest = Dest::Skip;
-                return;
-            }
+        // Destinations whose text is not the draft's.
+        static const QSet<QString> skipped = [] {
+            QSet<QString> words;
+            for (const char *w :
+                { "stylesheet", "info", "pict", "object", "header", "headerl", "headerr", "headerf", "footer",
+                    "footerl", "footerr", "footerf", "footnote", "fldinst", "listtable", "listoverridetable",
+                    "rsidtbl", "generator", "xmlnstbl", "themedata", "colorschememapping", "latentstyles",
+                    "datastore", "revtbl", "filetbl", "pgdsctbl", "mmathPr", "bkmkstart", "bkmkend", "shp",
+                    "shpinst", "nonshppict", "author", "operator", "title", "subject", "keywords", "comment",
+                    "doccomm", "company", "annotation", "atnid", "atnauthor", "private", "template",
+                    "listtext", "pntext", "pntxta", "pntxtb", "protusertbl", "userprops", "wgrffmtfilter",
+                    "xmlopen", "background", "ftnsep", "ftnsepc", "aftnsep", "aftnsepc" })
+                words.insert(QString::fromLatin1(w));
+            return words;
+        }();
+        if (skipped.contains(w)) {
+            s.dest = Dest::Skip;
+            return;
+        }
         if (s.dest == Dest::Skip)
             return;
         if (w == u"u") {
