@@ -1,8 +1,8 @@
 #include "timing/CGridFind.h"
 
+#include "core/CSpread.h"
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
-#include "timing/CSpread.h"
 
 #include <algorithm>
 

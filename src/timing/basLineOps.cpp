@@ -1,11 +1,11 @@
 #include "timing/basLineOps.h"
 
+#include "core/CSpreadCellKeeper.h"
+#include "core/CSpreadDrawingStop.h"
 #include "core/basConvert.h"
+#include "player/ITimingPreviewHooks.h"
 #include "script/basScript.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CSpreadDrawingStop.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <algorithm>
 

@@ -1,5 +1,7 @@
 #include "timing/basTimeAdjust.h"
 
+#include "core/CSpreadCellKeeper.h"
+#include "core/CSpreadDrawingStop.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
@@ -8,8 +10,6 @@
 #include "core/basTime.h"
 #include "script/basScript.h"
 #include "timing/CSliderTimeModel.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CSpreadDrawingStop.h"
 #include "timing/CTimingGrid.h"
 #include "timing/ITimeValueDialog.h"
 

@@ -1,4 +1,4 @@
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include "core/basConvert.h"
 #include "core/basGuiHooks.h"

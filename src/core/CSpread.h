@@ -1,8 +1,8 @@
 #pragma once
 
-#include "timing/CSpreadBlock.h"
-#include "timing/CSpreadCellType.h"
-#include "timing/CSpreadHeadlessViewport.h"
+#include "core/CSpreadBlock.h"
+#include "core/CSpreadCellType.h"
+#include "core/CSpreadHeadlessViewport.h"
 
 #include <QAbstractTableModel>
 #include <QColor>
