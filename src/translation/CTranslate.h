@@ -4,6 +4,7 @@
 #include "core/isub.h"
 #include "formats/FileOptions.h"
 #include "script/ScriptType.h"
+#include "translation/CKaraOKStrokes.h"
 
 #include <QString>
 #include <QTextDocument>
@@ -36,7 +37,11 @@ public:
     void setWindow(QObject *window) { m_window = window; }
     // The view the window shows; the document has its own until a window gives one.
     QTextDocument *Translate() const { return m_view; }
-    void setTranslate(QTextDocument *view) { m_view = view ? view : m_ownView.get(); }
+    void setTranslate(QTextDocument *view)
+    {
+        m_view = view ? view : m_ownView.get();
+        KaraOK.setDocument(m_view);
+    }
     // The hidden twin all conversions work on.
     QTextDocument &Shadow() { return m_shadow; }
 
@@ -47,6 +52,8 @@ public:
     ::FileCode FileCode = ::FileCode::SystemDefault;
     // Plain text or rich text.
     ::ScriptType ScriptType = ::ScriptType::Plain;
+    // Karaoke recording by strokes in the view; a timing window switches its mode.
+    CKaraOKStrokes KaraOK;
 
     // The window's caption: "翻译(n)".
     QString Caption() const;
