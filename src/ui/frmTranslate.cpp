@@ -32,6 +32,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPainter>
 #include <QSplitter>
@@ -174,6 +175,8 @@ void frmTranslate::buildBars()
         b->setObjectName(QString::fromLatin1(name));
         b->setToolButtonStyle(style);
         b->setIconSize(QSize(16, 16));
+        // The bars keep all their buttons; the player list gives way instead.
+        b->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
         return b;
     };
     tlbFile = bar("tlbFile", Qt::ToolButtonIconOnly);
@@ -207,7 +210,7 @@ void frmTranslate::buildBars()
 
     cmbFontName = new QFontComboBox(tlbFormat);
     cmbFontName->setObjectName(QStringLiteral("cmbFontName"));
-    cmbFontName->setMaximumWidth(160);
+    cmbFontName->setMaximumWidth(150);
     cmbFontSize = new QComboBox(tlbFormat);
     cmbFontSize->setObjectName(QStringLiteral("cmbFontSize"));
     cmbFontSize->setEditable(true);
@@ -272,7 +275,7 @@ void frmTranslate::buildLayout()
     auto table = [this](const char *name) {
         auto *view = new CSpreadView(this);
         view->setObjectName(QString::fromLatin1(name));
-        view->horizontalHeader()->setStretchLastSection(true);
+        view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
         return view;
     };
     spdChangeTable = table("spdChangeTable");
@@ -339,7 +342,7 @@ void frmTranslate::Register(MdiVelmar &frame)
 {
     frame.RegisterWindowFactory(DocumentWindowKind::Translate, [](MdiVelmar &f) -> QWidget * {
         auto *w = new frmTranslate;
-        f.AddDocumentWindow(w);
+        f.AddDocumentWindow(w)->resize(960, 600);
         w->Init(f.Root());
         w->BindFrame(f);
         f.OpenTranslate(w);
@@ -805,6 +808,7 @@ void frmTranslate::ChangeTo()
     grid.setRow(1);
     grid.setCol(CTimingGrid::ColStartTime);
     grid.ActivateCell();
+    timing->spdTiming->setFocus();
 }
 
 // ---- open, save, close ----------------------------------------------------------------------
