@@ -31,8 +31,8 @@
 #include <QFontComboBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMenu>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
 #include <QSplitter>

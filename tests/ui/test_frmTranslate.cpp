@@ -565,3 +565,26 @@ TEST_F(Workspace, RoutingRecentEntriesAutoSaveAndTheNotepadEntry)
     entry->trigger();
     EXPECT_TRUE(dynamic_cast<frmNotePad *>(frame->DocumentWindows().last()));
 }
+
+TEST_F(Workspace, KaraokeModeFollowsTheChosenDraftAndEndsWithItsTimingWindow)
+{
+    frmTiming *timing = newTiming();
+    frmTranslate *first = newTranslate();
+    frmTranslate *second = newTranslate();
+    ASSERT_EQ(timing->Document()->TranslateWindow, first);
+    timing->Button(QStringLiteral("KaraOK"))->trigger();
+    EXPECT_TRUE(first->Document()->KaraOK.Mode());
+    EXPECT_FALSE(second->Document()->KaraOK.Mode());
+
+    // Another draft chosen: the first is editable again, the second records.
+    timing->TranslateWindow(second);
+    EXPECT_FALSE(first->rtfTranslate->isReadOnly());
+    EXPECT_TRUE(second->rtfTranslate->isReadOnly());
+    EXPECT_TRUE(timing->Button(QStringLiteral("KaraOK"))->isChecked());
+
+    // The timing window goes: no draft stays read-only.
+    timing->parentWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(second->Document()->KaraOK.Mode());
+    EXPECT_FALSE(second->rtfTranslate->isReadOnly());
+}
