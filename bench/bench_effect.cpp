@@ -2,6 +2,7 @@
 #include "core/basMain.h"
 #include "effects/CEffectPages.h"
 #include "effects/basEffectFx.h"
+#include "script/CTiming.h"
 #include "ui/frmEffect.h"
 #include "ui/frmTiming.h"
 
@@ -50,7 +51,6 @@ static void BM_EffectPageSwitch(benchmark::State &state)
         for (auto _ : state) {
             page = (page + 1) % CEffectPages::PageCount;
             window.SelectPage(page);
-            window.repaint();
             QCoreApplication::processEvents();
         }
         if (window.Model().Pages.CurrentPage() != page)
