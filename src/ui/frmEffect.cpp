@@ -574,7 +574,6 @@ void frmEffect::buildLayout()
     trvSpecialEffect->setObjectName(QStringLiteral("trvSpecialEffect"));
     trvSpecialEffect->setHeaderHidden(true);
     trvSpecialEffect->setRootIsDecorated(false);
-    trvSpecialEffect->setMaximumWidth(170);
     for (int page = 0; page < CEffectPages::PageCount; ++page) {
         auto *node = new QTreeWidgetItem(trvSpecialEffect, { CEffectWindowModel::PageCaption(page) });
         node->setData(0, Qt::UserRole, CEffectWindowModel::PageKey(page));
@@ -611,6 +610,7 @@ void frmEffect::buildLayout()
     splitter->addWidget(resultSide);
     splitter->setStretchFactor(1, 3);
     splitter->setStretchFactor(2, 2);
+    splitter->setSizes({ 160, 520, 420 });
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(splitter);
