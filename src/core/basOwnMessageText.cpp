@@ -67,6 +67,21 @@ const OwnText OwnTexts[] = {
     { u"VELMAR_FIND_113", u"替换", u"Replace" },
     { u"VELMAR_FIND_114", u"全部替换", u"Replace all" },
     { u"VELMAR_FIND_115", u"取消", u"Cancel" },
+    { u"VELMAR_EFFECT_100", u"颜色循环（沿用当前参数）", u"Colour cycle (the values shown)" },
+    { u"VELMAR_EFFECT_101", u"后退", u"Back" },
+    { u"VELMAR_EFFECT_102", u"前进", u"Forward" },
+    { u"VELMAR_EFFECT_103", u"清除", u"Clear" },
+    { u"VELMAR_EFFECT_104", u"应用", u"Apply" },
+    { u"VELMAR_EFFECT_105", u"把结果逐行写入时间轴窗口的对白列：从当前行开始，原有对白被替换",
+        u"Writes the result into the timing window's dialogue column, a line a row from the active row, "
+        u"replacing the dialogue there" },
+    { u"VELMAR_EFFECT_106", u"透明度", u"Transparency" },
+    { u"VELMAR_EFFECT_107", u"渐变开始时的角度", u"Angle when the transition starts" },
+    { u"VELMAR_EFFECT_108", u"特效窗口...", u"Effects window..." },
+    { u"VELMAR_EFFECT_109", u"单击选择颜色", u"Click to choose a colour" },
+    { u"VELMAR_EFFECT_110", u"结果", u"Result" },
+    { u"VELMAR_EFFECT_111", u"%1、%2、%3：把播放器的当前时间填入当前格",
+        u"%1, %2, %3: the player's position into the current cell" },
 };
 
 } // namespace

@@ -32,6 +32,7 @@
 #include "ui/basPendingWindows.h"
 #include "ui/basWindowLists.h"
 #include "ui/frmCheckTiming.h"
+#include "ui/frmEffect.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
 #include "ui/frmSliderTime.h"
@@ -95,6 +96,12 @@ frmTiming::frmTiming(QWidget *parent)
         auto *w = new frmFindSpread(&form);
         w->setAttribute(Qt::WA_DeleteOnClose);
         w->Init(&form.Grid().Spread());
+        return w;
+    };
+    MakeEffectWindow = [](frmTiming &form) -> QWidget * {
+        auto *w = new frmEffect(&form);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->Init(form);
         return w;
     };
     m_picture = std::make_unique<CPictureBox>(640, 120);
@@ -164,7 +171,8 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
         { &frmTiming::tlbUtility, "Font", "TIMING_BUTTON_TIP_400", u"字体" },
         { &frmTiming::tlbUtility, "SSA", "TIMING_BUTTON_TIP_500", u"SSA", B::Push,
             [](frmTiming &w, bool) { w.m_grid->ColumnView().PressButton(); } },
-        { &frmTiming::tlbUtility, "EffectSpecial", "TIMING_BUTTON_TIP_E00", u"特效" },
+        { &frmTiming::tlbUtility, "EffectSpecial", "TIMING_BUTTON_TIP_E00", u"特效", B::Push,
+            [](frmTiming &w, bool) { w.openEffectWindow(); } },
         { &frmTiming::tlbAjust, "Check", "TIMING_BUTTON_TIP_600", u"检查", B::Push,
             [](frmTiming &w, bool) {
                 w.openChild(w.CheckWindow, w.MakeCheckWindow, QStringLiteral("检查时间轴窗口已经存在"));
@@ -666,8 +674,10 @@ void frmTiming::MainWindow_PlayerDestroyed(QObject *form)
     const bool selected = index == cmbPlayer->currentIndex();
     cmbPlayer->removeItem(index);
     UpdateWindowListTag(cmbPlayer);
-    if (selected && m_doc)
+    if (selected && m_doc) {
         m_doc->setPlayerWindow(nullptr);
+        handPlayerToEffect();
+    }
 }
 
 void frmTiming::MainWindow_PlayerNameChanged(QObject *form)
@@ -741,6 +751,7 @@ void frmTiming::playerChosen(int index)
         if (CPlayer *player = Velmar->Players()->Item(cmbPlayer->itemData(index).toString()))
             window = player->Window();
     m_doc->setPlayerWindow(window);
+    handPlayerToEffect();
     if (m_doc->ScriptInfo)
         m_doc->ScriptInfo->UpdateAVISize();
     spdTiming->setFocus();
@@ -792,6 +803,17 @@ void frmTiming::openChild(
     slot = make(*this);
     if (slot)
         slot->show();
+}
+
+void frmTiming::openEffectWindow()
+{
+    openChild(EffectWindow, MakeEffectWindow, QStringLiteral("特效时间轴窗口已经存在"));
+}
+
+void frmTiming::handPlayerToEffect()
+{
+    if (auto *effect = qobject_cast<frmEffect *>(EffectWindow.data()))
+        effect->setPlayerWindow(m_doc ? m_doc->PlayerWindow() : nullptr);
 }
 
 void frmTiming::paintPreview()
@@ -905,6 +927,10 @@ const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
         { P::SubItem, "mnuTimingEffectBold", nullptr, u"Bold" },
         { P::SubItem, "mnuTimingEffectItalic", nullptr, u"Italic" },
         { P::SubItem, "mnuTimingEffectColor", nullptr, u"Color" },
+        // An addition: the effect window, as the 特效 button opens it.
+        { P::Separator },
+        { P::Item, "mnuTimingEffectWindow", "VELMAR_EFFECT_108", nullptr, nullptr,
+            [](frmTiming &w) { w.openEffectWindow(); } },
     };
     return items;
 }
@@ -1107,7 +1133,7 @@ bool frmTiming::SaveFile(bool SaveAs, int)
 
 void frmTiming::closeEvent(QCloseEvent *event)
 {
-    for (QPointer<QWidget> *child : { &CheckWindow, &FindWindow })
+    for (QPointer<QWidget> *child : { &CheckWindow, &FindWindow, &EffectWindow })
         if (*child)
             (*child)->close();
     if (!askToSave()) {

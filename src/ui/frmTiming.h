@@ -78,6 +78,9 @@ public:
     void MainWindow_KaraOKRecordStart(QObject *form);
     void MainWindow_KaraOKRecordEnd(QObject *form);
     void MainWindow_KaraOKRecordNewLyrics(QObject *form, const QString &text);
+    // The 特效 button: the effect window, one per timing window; a second request says
+    // that it exists.
+    void openEffectWindow();
     // Selects the translation window in cmbTranslate.
     void TranslateWindow(QObject *form);
     // Sets the file-option dialog up for an open (1) or a save (2) of this document,
@@ -93,9 +96,10 @@ public:
     std::function<void()> PlayForword;
     std::function<void()> PlayPause;
     std::function<void()> OpenTranslate;
-    // Makes the child windows of the Check and Find buttons (nullptr: none).
+    // Makes the child windows of the Check, Find and effect buttons (nullptr: none).
     std::function<QWidget *(frmTiming &)> MakeCheckWindow;
     std::function<QWidget *(frmTiming &)> MakeFindWindow;
+    std::function<QWidget *(frmTiming &)> MakeEffectWindow;
     // The file-option dialog: runs it for the operation (open or save) over this window
     // and its document; false when cancelled. The default one shows frmFileOption.
     std::function<bool(frmTiming &, FileOperation operation)> AskFileOptions;
@@ -120,6 +124,7 @@ public:
     // The child windows this window opened (each at most one).
     QPointer<QWidget> CheckWindow;
     QPointer<QWidget> FindWindow;
+    QPointer<QWidget> EffectWindow;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -161,6 +166,8 @@ private:
     void previewToggled(bool on);
     void shiftTimes(double seconds);
     void detachDocument();
+    // The open effect window follows the document's player.
+    void handPlayerToEffect();
     void askReactOffset(bool end);
 
     CTiming *m_doc = nullptr;

@@ -116,7 +116,7 @@ QString NameOf(const QObject *o)
     const QObject *window = o;
     while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer")
         && !window->inherits("frmTranslate") && !window->inherits("frmNotePad")
-        && !window->inherits("frmFind"))
+        && !window->inherits("frmFind") && !window->inherits("frmEffect"))
         window = window->parent();
     return window->objectName() + u'/' + name;
 }
@@ -240,7 +240,8 @@ TEST_F(Frame, NoEnabledControlIsDead)
     // The timing window's child windows and the lists its popup fills when it opens.
     timing->Button(QStringLiteral("Check"))->trigger();
     timing->Button(QStringLiteral("Find"))->trigger();
-    ASSERT_TRUE(timing->CheckWindow && timing->FindWindow);
+    timing->Button(QStringLiteral("EffectSpecial"))->trigger();
+    ASSERT_TRUE(timing->CheckWindow && timing->FindWindow && timing->EffectWindow);
     emit timing->mnuPopup->aboutToShow();
     frmProject project(frame.get());
     project.Init(frame.get());
@@ -258,8 +259,8 @@ TEST_F(Frame, NoEnabledControlIsDead)
     }
     disabled.sort();
     EXPECT_EQ(disabled,
-        QStringList({ QStringLiteral("EffectSpecial"), QStringLiteral("FileOpenFont"), QStringLiteral("Font"),
-            QStringLiteral("KaraOK"), QStringLiteral("PicPreview"), QStringLiteral("SubInfomation") }));
+        QStringList({ QStringLiteral("FileOpenFont"), QStringLiteral("Font"), QStringLiteral("KaraOK"),
+            QStringLiteral("PicPreview"), QStringLiteral("SubInfomation") }));
 
     // The translation and notepad windows with their find dialogs.
     auto *translate = dynamic_cast<frmTranslate *>(frame->NewDocument(1));
