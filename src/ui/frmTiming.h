@@ -96,6 +96,9 @@ public:
     // Makes the child windows of the Check and Find buttons (nullptr: none).
     std::function<QWidget *(frmTiming &)> MakeCheckWindow;
     std::function<QWidget *(frmTiming &)> MakeFindWindow;
+    // Makes the picture preview of the SST button (the frame's registration puts it into
+    // the frame's area as a document window).
+    std::function<QWidget *(frmTiming &)> MakePicPreviewWindow;
     // The file-option dialog: runs it for the operation (open or save) over this window
     // and its document; false when cancelled. The default one shows frmFileOption.
     std::function<bool(frmTiming &, FileOperation operation)> AskFileOptions;
@@ -120,6 +123,7 @@ public:
     // The child windows this window opened (each at most one).
     QPointer<QWidget> CheckWindow;
     QPointer<QWidget> FindWindow;
+    QPointer<QWidget> PicPreviewWindow;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

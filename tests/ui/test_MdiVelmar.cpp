@@ -105,7 +105,8 @@ QString NameOf(const QObject *o)
 {
     const QString name = o->objectName().isEmpty() ? o->property("text").toString() : o->objectName();
     const QObject *window = o;
-    while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer"))
+    while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer")
+        && !window->inherits("frmPicPreview"))
         window = window->parent();
     return window->objectName() + u'/' + name;
 }
@@ -232,7 +233,9 @@ TEST_F(Frame, NoEnabledControlIsDead)
     // The timing window's child windows and the lists its popup fills when it opens.
     timing->Button(QStringLiteral("Check"))->trigger();
     timing->Button(QStringLiteral("Find"))->trigger();
-    ASSERT_TRUE(timing->CheckWindow && timing->FindWindow);
+    timing->Button(QStringLiteral("PicPreview"))->trigger();
+    ASSERT_TRUE(timing->CheckWindow && timing->FindWindow && timing->PicPreviewWindow);
+    ASSERT_TRUE(frame->DocumentWindows().contains(timing->PicPreviewWindow.data()));
     emit timing->mnuPopup->aboutToShow();
     frmProject project(frame.get());
     project.Init(frame.get());
@@ -263,7 +266,7 @@ TEST_F(Frame, NoEnabledControlIsDead)
     EXPECT_EQ(disabled,
         QStringList({ QStringLiteral("EffectSpecial"), QStringLiteral("FileOpenFont"),
             QStringLiteral("FileOpenTranslate"), QStringLiteral("Font"), QStringLiteral("KaraOK"),
-            QStringLiteral("PicPreview"), QStringLiteral("SubInfomation") }));
+            QStringLiteral("SubInfomation") }));
 }
 
 TEST(ProjectWindow, RootNamedAfterTheWindowAndFilesUnderIt)
