@@ -128,3 +128,65 @@ static void BM_CutPages30k(benchmark::State &state)
     cutPages(state, 30000);
 }
 BENCHMARK(BM_CutPages30k)->Unit(benchmark::kMillisecond);
+
+namespace {
+
+// A script of about `pages` pages: each line overlaps the next by half a second, so that
+// every line gives a page alone and a page with the next one.
+std::unique_ptr<CSSAContent> makeFilmScript(int pages)
+{
+    auto script = Class::MakeCollection<CSSAContent>();
+    const int lines = (pages + 1) / 2;
+    script->Reserve(lines);
+    for (int i = 0; i < lines; ++i) {
+        CSSAContentLine *line = script->Create();
+        line->setStartTime(1 + 2.0 * i);
+        line->setEndTime(3.5 + 2.0 * i);
+        line->setStyle(i % 10 == 9 ? QStringLiteral("Top") : QStringLiteral("Default"));
+        line->setDialog(
+            QStringLiteral("{\\fad(100,100)}这是第%1行字幕\\NThe line %1 of the film").arg(i + 1));
+    }
+    return script;
+}
+
+} // namespace
+
+// The save of all pages of a film as the picture window runs it: the script cut into
+// pages, each page drawn and written as a 16-colour bitmap into the picture folder, and
+// the SST page list. Argument: the workers (0 one per core, 1 one page after another).
+// Each run writes into a fresh folder (500 MB of bitmaps), as a first export does. The
+// folder is in memory where the machine has one (/dev/shm): on a disk the time goes to
+// the file system making 3,000 files (an ext4 without a journal scans its recently
+// deleted files on every new one), not to the export.
+static void BM_ExportPages3k(benchmark::State &state)
+{
+    const auto script = makeFilmScript(3000);
+    auto fonts = Class::MakeCollection<CFonts>();
+    CFont *top = fonts->Create(QStringLiteral("Top"));
+    top->setAlignment(8);
+    const QString memory = QStringLiteral("/dev/shm");
+    QTemporaryDir dir(
+        (QDir(memory).exists() ? memory : QDir::tempPath()) + QStringLiteral("/velmar-bench-XXXXXX"));
+    qsizetype pages = 0;
+    int run = 0;
+    for (auto _ : state) {
+        CPictureBox box;
+        CPicPreviewPages film;
+        film.setPicture(&box);
+        film.setSource(script.get(), fonts.get());
+        film.setVideoType(0);
+        film.PictureFolder = true;
+        film.ExportThreads = int(state.range(0));
+        pages = film.CreatePages().size();
+        benchmark::DoNotOptimize(film.SaveAllPages(dir.filePath(QStringLiteral("film%1.sst").arg(++run))));
+    }
+    state.counters["pages"] = double(pages);
+    state.SetItemsProcessed(state.iterations() * pages);
+}
+BENCHMARK(BM_ExportPages3k)
+    ->ArgName("threads")
+    ->Arg(0)
+    ->Arg(1)
+    ->Iterations(3)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();

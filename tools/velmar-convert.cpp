@@ -1,5 +1,12 @@
 // velmar-convert: opens a subtitle file as a timing window opens it by name, and saves it
-// under another name through the file options, as OK in that dialog does.
+// under another name through the file options, as OK in that dialog does; or, with
+// --pages, writes the picture pages of the script with their SST page list, as the
+// picture window does.
+//
+// Drawing pages needs Qt's graphics library, which a plain conversion does without. The
+// same source is therefore built twice: velmar-convert, which loads no graphics library,
+// hands a --pages run over to velmar-convert-pages beside it (built with
+// VELMAR_CONVERT_PAGES), which draws through the offscreen platform.
 #include "core/Class.h"
 #include "core/IPrompt.h"
 #include "core/basMain.h"
@@ -11,14 +18,23 @@
 #include "timing/CTimingGrid.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QStringList>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <malloc.h>
 #include <memory>
 #include <optional>
 #include <sys/mman.h>
 #include <unistd.h>
+
+#ifdef VELMAR_CONVERT_PAGES
+#include "pages/CPicPreviewModel.h"
+
+#include <QGuiApplication>
+#endif
 
 namespace {
 
@@ -37,6 +53,11 @@ const char usageText[]
       "                       default: written as Unicode, read by the byte-order mark\n"
       "  --answer yes|no      answer to every question (default yes)\n"
       "  --no-backup          do not copy the old OUTPUT into AutoBak\n"
+      "  --pages              cut the script into picture pages and write them as the\n"
+      "                       picture window does: OUTPUT is the SST page list (--to sst)\n"
+      "  --video-type 0|1     with --pages: 0 NTSC 720x480, 1 PAL 720x576 (default 0)\n"
+      "  --picture-folder     with --pages: the bitmaps into the folder named after\n"
+      "                       OUTPUT without its extension (made when missing)\n"
       "Exit status: 0 written, 1 INPUT unreadable or OUTPUT unwritable, 2 usage error.\n";
 
 void printLine(const QString &text)
@@ -105,6 +126,9 @@ struct Options
     ::FileCode FileCode = ::FileCode::SystemDefault;
     bool AnswerYes = true;
     bool Backup = true;
+    bool Pages = false;
+    std::optional<qint32> VideoType;
+    bool PictureFolder = false;
 };
 
 int usage(const QString &problem)
@@ -127,6 +151,14 @@ std::optional<int> parse(const QStringList &args, Options &o)
         }
         if (a == u"--no-backup") {
             o.Backup = false;
+            continue;
+        }
+        if (a == u"--pages") {
+            o.Pages = true;
+            continue;
+        }
+        if (a == u"--picture-folder") {
+            o.PictureFolder = true;
             continue;
         }
         if (!a.startsWith(QStringLiteral("--")) || a == u"--") {
@@ -168,6 +200,9 @@ std::optional<int> parse(const QStringList &args, Options &o)
                 o.FileCode = FileCode::SystemDefault;
             else
                 return usage(QStringLiteral("encoding must be unicode, ansi or default"));
+        } else if (a == u"--video-type") {
+            if (!(o.VideoType = parseRange(v, 0, 1)))
+                return usage(QStringLiteral("video type must be 0 or 1"));
         } else if (a == u"--answer") {
             if (v != u"yes" && v != u"no")
                 return usage(QStringLiteral("answer must be yes or no"));
@@ -180,8 +215,43 @@ std::optional<int> parse(const QStringList &args, Options &o)
         return usage(QStringLiteral("INPUT and OUTPUT are needed"));
     o.Input = files[0];
     o.Output = files[1];
+    if (o.Pages && (o.To ? *o.To : CFileOptionModel::TypeOfFileName(o.Output, true)) != ScriptType::SST)
+        return usage(QStringLiteral("--pages writes an SST page list: --to must be sst"));
+    if (!o.Pages && (o.VideoType || o.PictureFolder))
+        return usage(QStringLiteral("--video-type and --picture-folder go with --pages"));
     return std::nullopt;
 }
+
+#ifdef VELMAR_CONVERT_PAGES
+// The pages of the document as the picture window cuts and draws them on loading, then
+// its save of all pages under OUTPUT.
+int writePages(CTiming &doc, const Options &o)
+{
+    CPicPreviewModel window;
+    window.Init(&doc, o.VideoType.value_or(0));
+    window.Pages().PictureFolder = o.PictureFolder;
+    window.FileName = o.Output;
+    if (!window.SaveAll()) {
+        printLine(QStringLiteral("velmar-convert: cannot write ") + o.Output);
+        return 1;
+    }
+    return 0;
+}
+#else
+// Runs the build of this program that draws pages, beside this one, with the same
+// arguments; returns only when it cannot be started.
+int handOverPages(char *argv[])
+{
+    const QString helper = QCoreApplication::applicationDirPath() + QStringLiteral("/velmar-convert-pages");
+    const QByteArray path = QFile::encodeName(helper);
+    std::fflush(stdout);
+    std::fflush(stderr);
+    execv(path.constData(), argv);
+    printLine(QStringLiteral("velmar-convert: cannot start ") + helper + QStringLiteral(": ")
+        + QString::fromLocal8Bit(std::strerror(errno)));
+    return 1;
+}
+#endif
 
 // A conversion builds a whole script three times over (the lines read, the grid, the
 // lines stored) and lives only as long as one file. Most of its time went to the kernel
@@ -208,10 +278,25 @@ void prepareHeap()
 int main(int argc, char *argv[])
 {
     prepareHeap();
+#ifdef VELMAR_CONVERT_PAGES
+    // Pages are drawn with fonts, which need the graphics platform; none needs a display.
+    // The platform's own notes (a missing runtime folder...) are not the converter's.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+        if (type == QtCriticalMsg || type == QtFatalMsg)
+            printLine(text);
+    });
+    QGuiApplication app(argc, argv);
+#else
     QCoreApplication app(argc, argv);
+#endif
     Options o;
     if (const std::optional<int> status = parse(QCoreApplication::arguments(), o))
         return *status;
+#ifndef VELMAR_CONVERT_PAGES
+    if (o.Pages)
+        return handOverPages(argv);
+#endif
 
     ConsolePrompt prompt;
     prompt.AnswerYes = o.AnswerYes;
@@ -241,6 +326,11 @@ int main(int argc, char *argv[])
         printLine(QStringLiteral("velmar-convert: cannot read ") + o.Input);
         return leave(1);
     }
+
+#ifdef VELMAR_CONVERT_PAGES
+    if (o.Pages)
+        return leave(writePages(*doc, o));
+#endif
 
     // The save dialog with the chosen options, then OK.
     basTimingFile::SaveChoice choice;

@@ -82,6 +82,19 @@ const OwnText OwnTexts[] = {
     { u"VELMAR_EFFECT_110", u"结果", u"Result" },
     { u"VELMAR_EFFECT_111", u"%1、%2、%3：把播放器的当前时间填入当前格",
         u"%1, %2, %3: the player's position into the current cell" },
+    { u"VELMAR_PAGES_100", u"图片预览", u"Picture preview" },
+    { u"VELMAR_PAGES_101", u"读入SST...", u"Load SST..." },
+    { u"VELMAR_PAGES_102", u"重新载入", u"Reload" },
+    { u"VELMAR_PAGES_103", u"背景色...", u"Background..." },
+    { u"VELMAR_PAGES_104", u"浏览...", u"Browse..." },
+    { u"VELMAR_PAGES_105", u"全部保存", u"Save all" },
+    { u"VELMAR_PAGES_106", u"关闭", u"Close" },
+    { u"VELMAR_PAGES_107", u"SST文件名", u"SST file" },
+    { u"VELMAR_PAGES_108", u"位图写入同名文件夹", u"Bitmaps into a folder of the same name" },
+    { u"VELMAR_PAGES_109", u"位图写入与SST文件同名（不含扩展名）的文件夹，文件夹不存在时自动创建",
+        u"The bitmaps go into a folder named after the SST file without its extension, made when missing" },
+    { u"VELMAR_PAGES_110", u"正在输出位图：第 %1 页，共 %2 页", u"Writing the bitmaps: page %1 of %2" },
+    { u"VELMAR_PAGES_111", u"取消", u"Cancel" },
 };
 
 } // namespace

@@ -44,17 +44,14 @@ void CPicPreviewPage::Clear()
     m_lines.Clear();
 }
 
-void CPicPreviewPage::Display()
+CPageDrawing CPicPreviewPage::Drawing() const
 {
-    if (!m_parent || !m_parent->Picture())
-        return;
-    QList<CPageLine> lines;
-    lines.reserve(m_lines.Count());
+    CPageDrawing drawing { m_serialNo, m_startTime, m_endTime, m_content, {} };
+    drawing.Lines.reserve(m_lines.Count());
     for (const CSSAContentLine *source : m_lines) {
-        setDialog(source->Dialog());
         CPageLine line;
-        line.Dialog = m_dialog;
-        if (const CFont *style = m_parent->FindStyle(source->Style())) {
+        line.Dialog = basPageLayout::PreviewDialog(source->Dialog());
+        if (const CFont *style = m_parent ? m_parent->FindStyle(source->Style()) : nullptr) {
             line.HasStyle = true;
             line.FontName = style->FontName();
             line.FontSize = style->FontSize();
@@ -68,16 +65,33 @@ void CPicPreviewPage::Display()
         line.ForcePosition = source->ForcePosition;
         line.DisplayY = source->DisplayY;
         line.DisplayHeight = source->DisplayHeight;
-        lines.append(std::move(line));
+        drawing.Lines.append(std::move(line));
     }
-    basPageLayout::DisplayPageLines(*m_parent->Picture(), lines, m_parent->Margins());
+    return drawing;
+}
+
+void CPicPreviewPage::TakePlaced(const QList<CPageLine> &lines)
+{
     qsizetype i = 0;
     for (CSSAContentLine *target : m_lines) {
+        if (i >= lines.size())
+            break;
         target->DisplayY = lines[i].DisplayY;
         target->DisplayHeight = lines[i].DisplayHeight;
         target->Displayed = lines[i].Displayed;
         ++i;
     }
+    if (!lines.isEmpty())
+        m_dialog = lines.last().Dialog;
+}
+
+void CPicPreviewPage::Display()
+{
+    if (!m_parent || !m_parent->Picture())
+        return;
+    CPageDrawing drawing = Drawing();
+    basPageLayout::DisplayPageLines(*m_parent->Picture(), drawing.Lines, m_parent->Margins());
+    TakePlaced(drawing.Lines);
 }
 
 void CPicPreviewPage::Save(const QString &name)

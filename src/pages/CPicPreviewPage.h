@@ -3,6 +3,7 @@
 #include "core/CKeyedList.h"
 #include "core/ICollection.h"
 #include "core/isub.h"
+#include "pages/CPageDrawing.h"
 #include "script/CSSAContentLine.h"
 
 #include <QString>
@@ -46,6 +47,12 @@ public:
     // page's content. A page from 0 to 0 is not saved. A bitmap that cannot be written
     // is left out silently; the name is taken all the same.
     void Save(const QString &name);
+
+    // The page as its drawing needs it, the styles of its lines looked up in the parent.
+    CPageDrawing Drawing() const;
+    // Takes the places of its lines back from a drawing of the page (the lines in the
+    // same order), and the text of the line drawn last as the page's Dialog.
+    void TakePlaced(const QList<CPageLine> &lines);
 
     // The lines, in the order in which they were added.
     CSSAContentLine *Add(std::unique_ptr<CSSAContentLine> line);

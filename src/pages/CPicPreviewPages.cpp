@@ -4,32 +4,15 @@
 #include "core/Class.h"
 #include "core/IPictureBox.h"
 #include "core/IPrompt.h"
-#include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "formats/CTiming.h"
+#include "pages/CPictureBox.h"
 #include "pages/basPageCut.h"
 #include "script/CFont.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 
-#include <QFile>
-
-namespace {
-
-// The page list is a Unicode text: UTF-16LE behind its byte-order mark.
-QByteArray utf16Bytes(const QString &text)
-{
-    return QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
-}
-
-void writeOrFail(QFile &file, const QString &text)
-{
-    const QByteArray bytes = utf16Bytes(text);
-    if (file.write(bytes) != bytes.size())
-        throw VelmarError(75, QStringLiteral("Path/File access error"));
-}
-
-} // namespace
+#include <QDir>
 
 void CPicPreviewPages::setPicture(IPictureBox *box)
 {
@@ -117,40 +100,59 @@ void CPicPreviewPages::DisplayPage(int index)
 
 bool CPicPreviewPages::SaveAllPages(const QString &name)
 {
+    const std::optional<PreparedSave> save = PrepareSave(name);
+    if (!save)
+        return false;
+    return FinishSave(basPageExport::ExportPages(save->Name, save->Pages, save->Settings));
+}
+
+std::optional<CPicPreviewPages::PreparedSave> CPicPreviewPages::PrepareSave(const QString &name)
+{
     if (name.isEmpty()) {
         MsgBox(QStringLiteral("请选择SST文件名"));
-        return false;
+        return std::nullopt;
     }
-    const auto [folder, fileName] = basPageCut::PageListFolder(name);
-    setFileName(fileName);
-    try {
-        writePageList(fileName, folder);
-    } catch (const VelmarError &error) {
-        MsgBox(error.Description());
+    PreparedSave save;
+    save.Name = name;
+    setFileName(basPageExport::PageListTarget(name, PictureFolder).FileName);
+    save.Pages.reserve(m_pages.Count());
+    for (const CPicPreviewPage *page : m_pages)
+        save.Pages.append(page->Drawing());
+    basPageExport::Settings &settings = save.Settings;
+    if (m_picture) {
+        settings.Width = m_picture->PixelWidth();
+        settings.Height = m_picture->PixelHeight();
+        settings.BackColor = m_picture->BackColor();
+        settings.Font = CBoxFont::Of(*m_picture);
+        if (const auto *box = dynamic_cast<const CPictureBox *>(m_picture))
+            settings.Antialiased = box->Antialiased();
+    }
+    settings.VideoType = m_videoType;
+    settings.Margins = Margins();
+    settings.PictureFolder = PictureFolder;
+    settings.Threads = ExportThreads;
+    return save;
+}
+
+bool CPicPreviewPages::FinishSave(const basPageExport::Result &result)
+{
+    for (qsizetype i = 0; i < result.Pages.size() && i < m_pages.Count(); ++i) {
+        const basPageExport::PageResult &saved = result.Pages[i];
+        CPicPreviewPage *page = m_pages.At(i);
+        if (page->SerialNo() != saved.SerialNo)
+            break; // the pages were cut anew meanwhile
+        page->setContent(saved.Content);
+        page->TakePlaced(saved.Lines);
+    }
+    // The box goes on from where the drawing of the pages left it.
+    if (m_picture)
+        result.Font.ApplyTo(*m_picture);
+    if (!result.Error.isEmpty()) {
+        MsgBox(result.Error);
         return false;
     }
     DisplayPage(1);
     return true;
-}
-
-void CPicPreviewPages::writePageList(const QString &fileName, const QString &folder)
-{
-    // Written as it goes, so that a fault keeps what stands in the file by then.
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        throw VelmarError(75, QStringLiteral("Path/File access error"));
-    writeOrFail(file, QString(QChar(0xFEFF)) + SSTHead(folder));
-    int number = 0;
-    for (CPicPreviewPage *page : m_pages) {
-        ++number;
-        page->Display();
-        page->Save(fileName);
-        writeOrFail(file,
-            basPageCut::PageListLine(
-                number, page->StartTimeString(), page->EndTimeString(), page->Content()));
-    }
-    if (!file.flush())
-        throw VelmarError(75, QStringLiteral("Path/File access error"));
 }
 
 void CPicPreviewPages::SavePage(int index)
@@ -158,8 +160,11 @@ void CPicPreviewPages::SavePage(int index)
     if (index < 1 || index > m_pages.Count() || FileName().isEmpty())
         return;
     CPicPreviewPage *page = m_pages.At(index - 1);
+    const basPageExport::Target where = basPageExport::PageListTarget(FileName(), PictureFolder);
+    if (PictureFolder)
+        QDir().mkpath(where.BitmapFolder);
     page->Display();
-    page->Save(FileName());
+    page->Save(where.BitmapFolder);
     m_content
         = basPageCut::PageListLine(index, page->StartTimeString(), page->EndTimeString(), page->Content());
 }
@@ -192,36 +197,4 @@ const CFont *CPicPreviewPages::FindStyle(const QString &style) const
 CPageMargins CPicPreviewPages::Margins() const
 {
     return { DefaultMarginBottom, DefaultMarginTop, DefaultMarginLeft, DefaultMarginRight, DefaultBetweenV };
-}
-
-QString CPicPreviewPages::SSTHead(const QString &folder)
-{
-    static const char16_t *const before[] = {
-        u"st_format 2",
-        u"Display_Start non_forced",
-        u"TV_Type NTSC",
-        u"Tape_Type Drop",
-        u"Pixel_Area  (0 477)",
-    };
-    static const char16_t *const after[] = {
-        u"Subtitle zh",
-        u"Display_Area    (0 2 719 479)",
-        u"Contrast    (15 15 15 0)",
-        u"",
-        u"PA  (0 0 255 - - - )",
-        u"E1  (255 0 0 - - - )",
-        u"E2  (0 0 0 - - - )",
-        u"BG  (255 255 255 - - - )",
-        u"",
-        u"SP_NUMBER   START   END FILE_NAME",
-        u"Color    (3 9 4 4)",
-        u"Contrast (15 0 15 15)",
-    };
-    QString head;
-    for (const char16_t *line : before)
-        head += QString::fromUtf16(line) + QStringLiteral("\r\n");
-    head += QStringLiteral("Directory   ") + folder + QStringLiteral("\r\n");
-    for (const char16_t *line : after)
-        head += QString::fromUtf16(line) + QStringLiteral("\r\n");
-    return head;
 }

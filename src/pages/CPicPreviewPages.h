@@ -5,9 +5,12 @@
 #include "core/isub.h"
 #include "pages/CPageMargins.h"
 #include "pages/CPicPreviewPage.h"
+#include "pages/basPageExport.h"
 
 #include <QList>
 #include <QString>
+
+#include <optional>
 
 class CFont;
 class CFonts;
@@ -29,6 +32,13 @@ public:
     qint16 DefaultMarginLeft = 400;
     qint16 DefaultMarginRight = 400;
     qint16 DefaultBetweenV = 20;
+
+    // The bitmaps into a folder named after the page list without its extension, rather
+    // than under the list's own name (where none can be written). Off by default.
+    bool PictureFolder = false;
+    // Workers that draw and write the pages of a save: 0 one per core, 1 one page after
+    // another. The files are the same either way.
+    int ExportThreads = 0;
 
     void Init() override { }
 
@@ -70,6 +80,21 @@ public:
     // An empty name shows "请选择SST文件名" and writes nothing. A fault shows its own
     // description; what was written stays. Shows the first page at the end.
     bool SaveAllPages(const QString &name);
+
+    // The same save in three steps, for a caller that runs the middle one elsewhere (on
+    // another thread, with a progress and a cancel). Prepare checks the name (the
+    // message, and nothing, for an empty one), takes it as the list's file name and
+    // takes the pages as their drawing needs them; the export runs on that alone, so the
+    // pages may change meanwhile. Finish takes the bitmaps' names and the lines' places
+    // back into the pages that are still there, shows a fault, and shows the first page.
+    struct PreparedSave
+    {
+        QString Name;
+        QList<CPageDrawing> Pages;
+        basPageExport::Settings Settings;
+    };
+    std::optional<PreparedSave> PrepareSave(const QString &name);
+    bool FinishSave(const basPageExport::Result &result);
     // Draws and saves one page (1-based) under the name of the last page list, and keeps
     // its page-list line as the content of the list; no file is written but the bitmap.
     void SavePage(int index);
@@ -81,9 +106,6 @@ public:
     // without a leading "*". None for an unknown style or without styles.
     const CFont *FindStyle(const QString &style) const;
     CPageMargins Margins() const;
-
-    // The head of a page list, each line ending in CR LF, naming the bitmaps' folder.
-    static QString SSTHead(const QString &folder);
 
     // ICollection
     qint32 SerialNo() const override { return m_counter; }
@@ -101,8 +123,6 @@ public:
     void setContent(const QString &text) override { m_content = text; }
 
 private:
-    void writePageList(const QString &fileName, const QString &folder);
-
     IPictureBox *m_picture = nullptr;
     CSSAContent *m_script = nullptr;
     const CFonts *m_fonts = nullptr;

@@ -23,24 +23,54 @@ void put32(char *at, quint32 value)
     qToLittleEndian(value, at);
 }
 
-// Remembers the last colour looked up: a page is mostly runs of one background colour.
+// Remembers the colours looked up: a page holds few, mostly its background and the
+// primary colours of its styles.
 class ColourCache
 {
 public:
     int Index(QRgb colour)
     {
         colour |= 0xFF000000u;
-        if (colour != m_last) {
-            m_last = colour;
-            m_index = NearestColourIndex(colour);
+        Entry &entry = m_entries[(colour ^ (colour >> 7) ^ (colour >> 15)) & (Size - 1)];
+        if (entry.Colour != colour) {
+            entry.Colour = colour;
+            entry.Index = NearestColourIndex(colour);
         }
-        return m_index;
+        return entry.Index;
     }
 
 private:
-    QRgb m_last = 0;
-    int m_index = 0;
+    static constexpr int Size = 64;
+    struct Entry
+    {
+        QRgb Colour = 0; // no colour looked up has alpha 0
+        int Index = 0;
+    };
+    std::array<Entry, Size> m_entries {};
 };
+
+// One row of pixels as nibbles, two a byte, high first. Runs of one colour (most of a
+// page) cost a comparison for every two pixels.
+void packRow(const QRgb *line, int width, uchar *out, ColourCache &cache)
+{
+    QRgb runColour = 0;
+    uchar runByte = 0;
+    int x = 0;
+    for (; x + 1 < width; x += 2) {
+        const QRgb a = line[x] | 0xFF000000u, b = line[x + 1] | 0xFF000000u;
+        if (a == runColour && b == runColour) {
+            out[x / 2] = runByte;
+            continue;
+        }
+        out[x / 2] = uchar(cache.Index(a) << 4 | cache.Index(b));
+        if (a == b) {
+            runColour = a;
+            runByte = out[x / 2];
+        }
+    }
+    if (x < width)
+        out[x / 2] = uchar(cache.Index(line[x]) << 4);
+}
 
 } // namespace
 
@@ -127,17 +157,18 @@ QByteArray BitmapFileBytes(const QImage &picture)
         put32(p + 54 + 4 * i, Palette()[i]);
 
     ColourCache cache;
-    char *pixels = p + PixelOffset;
+    auto *pixels = reinterpret_cast<uchar *>(p + PixelOffset);
+    const size_t lineBytes = size_t(width) * sizeof(QRgb);
+    const uchar *previous = nullptr;
     for (int stored = 0; stored < height; ++stored) {
-        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(height - 1 - stored));
-        auto *out = reinterpret_cast<uchar *>(pixels + qsizetype(stored) * rowBytes);
-        for (int x = 0; x < width; ++x) {
-            const int index = cache.Index(line[x]);
-            if (x % 2 == 0)
-                out[x / 2] = uchar(index << 4);
-            else
-                out[x / 2] |= uchar(index);
-        }
+        const uchar *line = image.constScanLine(height - 1 - stored);
+        uchar *out = pixels + qsizetype(stored) * rowBytes;
+        // Most rows of a page are the same background as the row before.
+        if (previous && std::memcmp(line, previous, lineBytes) == 0)
+            std::memcpy(out, out - rowBytes, size_t(rowBytes));
+        else
+            packRow(reinterpret_cast<const QRgb *>(line), width, out, cache);
+        previous = line;
     }
     return file;
 }

@@ -62,6 +62,15 @@ bool Overlaps(qint32 y, qint32 height, const CPageLine &other)
         && double(other.DisplayY) < double(y) + height + 1;
 }
 
+void ApplyPageFonts(IPictureBox &box, const QList<CPageLine> &lines)
+{
+    // Fixed lines are drawn first, then the others.
+    for (const bool forced : { true, false })
+        for (const CPageLine &line : lines)
+            if (line.ForcePosition == forced)
+                applyFont(box, line);
+}
+
 void DisplayPageLines(IPictureBox &box, QList<CPageLine> &lines, const CPageMargins &margins)
 {
     box.Cls();

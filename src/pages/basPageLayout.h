@@ -18,6 +18,10 @@ namespace basPageLayout {
 // and Displayed of each line.
 void DisplayPageLines(IPictureBox &box, QList<CPageLine> &lines, const CPageMargins &margins = {});
 
+// Sets the box's font and colour line by line as DisplayPageLines does, without drawing:
+// the box is left with the font the drawing of the page would leave on it.
+void ApplyPageFonts(IPictureBox &box, const QList<CPageLine> &lines);
+
 // The text of a script line as a page or the preview prints it: "\N" and "\n" become
 // CR LF, "\h" a blank, and override blocks "{\...}" go (an unclosed one cuts the text).
 QString PreviewDialog(const QString &dialog);

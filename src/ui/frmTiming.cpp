@@ -35,6 +35,7 @@
 #include "ui/frmEffect.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
+#include "ui/frmPicPreview.h"
 #include "ui/frmSliderTime.h"
 
 #include <QCloseEvent>
@@ -100,6 +101,13 @@ frmTiming::frmTiming(QWidget *parent)
     };
     MakeEffectWindow = [](frmTiming &form) -> QWidget * {
         auto *w = new frmEffect(&form);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->Init(form);
+        return w;
+    };
+    MakePicPreviewWindow = [](frmTiming &form) -> QWidget * {
+        auto *w = new frmPicPreview(&form);
+        w->setWindowFlag(Qt::Window);
         w->setAttribute(Qt::WA_DeleteOnClose);
         w->Init(form);
         return w;
@@ -177,7 +185,14 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
             [](frmTiming &w, bool) {
                 w.openChild(w.CheckWindow, w.MakeCheckWindow, QStringLiteral("检查时间轴窗口已经存在"));
             } },
-        { &frmTiming::tlbAjust, "PicPreview", "TIMING_BUTTON_TIP_H00", u"SST" },
+        { &frmTiming::tlbAjust, "PicPreview", "TIMING_BUTTON_TIP_H00", u"SST", B::Push,
+            [](frmTiming &w, bool) {
+                // The pages are cut from the lines as the grid holds them now.
+                if (w.m_doc && w.m_doc->SSAContent)
+                    w.m_grid->StoreGridToContent(*w.m_doc->SSAContent);
+                w.openChild(
+                    w.PicPreviewWindow, w.MakePicPreviewWindow, QStringLiteral("图片预览窗口已经存在"));
+            } },
         { &frmTiming::tlbAjust, "TimeOffsetBack", "TIMING_BUTTON_TIP_700", u"-0.1", B::Push,
             [](frmTiming &w, bool) { w.shiftTimes(-0.1); }, TimeOffsetBackTip },
         { &frmTiming::tlbAjust, "TimeOffsetForword", "TIMING_BUTTON_TIP_800", u"+0.1", B::Push,
@@ -449,6 +464,12 @@ void frmTiming::Register(MdiVelmar &frame)
         w->PlayForword = [&f] { f.PlayForword(); };
         w->PlayPause = [&f] { f.PlayPause(); };
         w->OpenTranslate = [&f] { f.OpenDocument(1); };
+        w->MakePicPreviewWindow = [&f](frmTiming &form) -> QWidget * {
+            auto *preview = new frmPicPreview;
+            preview->Init(form);
+            f.AddDocumentWindow(preview);
+            return preview;
+        };
         connect(&f, &MdiVelmar::PlayerCreated, w, &frmTiming::MainWindow_PlayerCreated);
         connect(&f, &MdiVelmar::PlayerDestroyed, w, &frmTiming::MainWindow_PlayerDestroyed);
         connect(&f, &MdiVelmar::PlayerNameChanged, w, &frmTiming::MainWindow_PlayerNameChanged);

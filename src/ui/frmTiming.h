@@ -100,6 +100,9 @@ public:
     std::function<QWidget *(frmTiming &)> MakeCheckWindow;
     std::function<QWidget *(frmTiming &)> MakeFindWindow;
     std::function<QWidget *(frmTiming &)> MakeEffectWindow;
+    // Makes the picture preview of the SST button (the frame's registration puts it into
+    // the frame's area as a document window).
+    std::function<QWidget *(frmTiming &)> MakePicPreviewWindow;
     // The file-option dialog: runs it for the operation (open or save) over this window
     // and its document; false when cancelled. The default one shows frmFileOption.
     std::function<bool(frmTiming &, FileOperation operation)> AskFileOptions;
@@ -125,6 +128,7 @@ public:
     QPointer<QWidget> CheckWindow;
     QPointer<QWidget> FindWindow;
     QPointer<QWidget> EffectWindow;
+    QPointer<QWidget> PicPreviewWindow;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -1,11 +1,15 @@
 #include "core/CScriptedPrompt.h"
 #include "core/Class.h"
 #include "core/basMessage.h"
+#include "core/basSetting.h"
+#include "core/basText.h"
 #include "formats/CTiming.h"
 #include "pages/CPicPreviewModel.h"
 #include "script/ITimingGrid.h"
 
 #include "PageTestSupport.h"
+
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -109,4 +113,55 @@ TEST_F(PicPreviewModel, BackColourMessagesAndFormSize)
 
     EXPECT_EQ(CPicPreviewModel::FormSize(120, 240, 724 * 15, 484 * 15),
         std::make_pair(120.0 + 10860 + 200, 240.0 + 7260 + 550));
+}
+
+TEST_F(PicPreviewModel, PagesStayWhenTheDocumentGoes)
+{
+    model.Init(timing.get());
+    // The window's source follows its timing window, which is gone: nothing to take.
+    model.Source = [] { return nullptr; };
+    timing.reset();
+    model.Reload();
+    ASSERT_EQ(model.Pages().Count(), 3);
+    model.PageListClicked(2);
+    EXPECT_EQ(model.Pages().At(1)->Dialog(), QStringLiteral("B"));
+    timing = Class::Make<CTiming>();
+}
+
+TEST_F(PicPreviewModel, OpensAPageListAsTheSourceOfThePages)
+{
+    QTemporaryDir dir;
+    const QString list = dir.filePath(QStringLiteral("disc.sst"));
+    WriteTextFile(list,
+        QStringLiteral("st_format 2\r\n1\t\t00:00:23:26\t00:00:25:23\t1.1.bmp\r\n"
+                       "2\t\t00:00:24:00\t00:00:26:00\tsecond.bmp\r\n"),
+        true);
+    model.Init(timing.get());
+    ASSERT_TRUE(model.OpenScript(list, ScriptType::SST));
+    ASSERT_EQ(model.Pages().Count(), 3);
+    EXPECT_EQ(model.Pages().At(1)->StartTimeString(), QStringLiteral("00:00:24:00"));
+    EXPECT_EQ(model.Pages().At(2)->Dialog(), QStringLiteral("second.bmp"));
+    EXPECT_EQ(model.PageList().MaxRows(), 3);
+    // a reload cuts the opened list again, not the document
+    model.Reload();
+    EXPECT_EQ(model.Pages().Count(), 3);
+    EXPECT_EQ(grid.stores, 1);
+
+    EXPECT_FALSE(model.OpenScript(dir.filePath(QStringLiteral("none.sst")), ScriptType::SST));
+    EXPECT_EQ(prompt.Messages(),
+        QStringList { QStringLiteral(" 无法打开文件。 ") + dir.filePath(QStringLiteral("none.sst")) });
+    EXPECT_EQ(model.Pages().Count(), 3);
+}
+
+TEST_F(PicPreviewModel, ThePictureFolderOptionIsRememberedAndOffAtFirst)
+{
+    const QString section = QStringLiteral("PicPreview"), key = QStringLiteral("PictureFolder");
+    EXPECT_EQ(GetSetting(section, key, QStringLiteral("none")), QStringLiteral("none"));
+    EXPECT_FALSE(model.PictureFolder());
+    model.setPictureFolder(true);
+    EXPECT_TRUE(CPicPreviewModel().PictureFolder());
+    EXPECT_TRUE(CPicPreviewModel().Pages().PictureFolder);
+    model.setPictureFolder(false);
+    EXPECT_FALSE(CPicPreviewModel().PictureFolder());
+    EXPECT_EQ(GetSetting(section, key), QStringLiteral("0"));
 }

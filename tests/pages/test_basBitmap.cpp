@@ -4,10 +4,13 @@
 #include "PageTestSupport.h"
 
 #include <QFile>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtEndian>
 
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 using namespace basBitmap;
 
@@ -122,6 +125,35 @@ TEST(BitmapPixels, FirstStoredRowIsTheBottomOfThePicture)
     // high nibble first, and the row's padding stays 0
     EXPECT_EQ(uchar(file[118]), 0xFF);
     EXPECT_EQ(uchar(file[118 + 3]), 0xF0);
+}
+
+TEST(BitmapPixels, EveryPixelTakesItsNearestIndex)
+{
+    // odd widths, runs of one colour broken at every place, many colours, any alpha
+    QRandomGenerator random(17);
+    for (const int width : { 1, 2, 5, 33, 724 }) {
+        QImage image(width, 9, QImage::Format_ARGB32);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < width; ++x) {
+                const quint32 pick = random.generate();
+                image.setPixel(x, y,
+                    pick % 3 ? qRgba(
+                        int(pick >> 8) & 0xFF, int(pick >> 16) & 0xFF, int(pick >> 24), int(pick) & 0xFF)
+                             : qRgb(0, 0, 0));
+            }
+        // rows the same as the one above, as the background of a page is
+        for (const int y : { 3, 4, 8 })
+            std::memcpy(image.scanLine(y), image.constScanLine(y - 1), size_t(image.bytesPerLine()));
+        const QByteArray file = BitmapFileBytes(image);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < width; ++x)
+                ASSERT_EQ(
+                    pixelIndex(file, width, image.height() - 1 - y, x), NearestColourIndex(image.pixel(x, y)))
+                    << width << " " << x << "," << y;
+        for (int row = 0; row < image.height(); ++row)
+            for (int at = (width + 1) / 2; at < RowBytes(width); ++at)
+                ASSERT_EQ(file[PixelOffset + row * RowBytes(width) + at], 0) << "padding";
+    }
 }
 
 TEST(BitmapFiles, OverwritingReplacesTheFile)

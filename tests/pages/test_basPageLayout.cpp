@@ -1,3 +1,4 @@
+#include "pages/CBoxFont.h"
 #include "pages/CPictureBox.h"
 #include "pages/basPageLayout.h"
 
@@ -78,6 +79,31 @@ TEST(PageLayout, PlacedLinesMovePastAFixedOne)
     const qint32 first = lines[0].DisplayY;
     DisplayPageLines(box, lines);
     EXPECT_EQ(lines[0].DisplayY, first);
+}
+
+// A line without a style sets only the name and the colour, so the next page goes on
+// with what the lines before left on the box: known without drawing.
+TEST(PageLayout, TheFontLeftOnTheBoxIsKnownWithoutDrawing)
+{
+    CPageLine fixed = styled(QStringLiteral("fixed"), 8);
+    fixed.ForcePosition = true;
+    fixed.DisplayY = 410;
+    fixed.FontSize = 30;
+    fixed.Bold = true;
+    CPageLine big = styled(QStringLiteral("big"), 2);
+    big.FontName = QStringLiteral("Noto Sans CJK SC");
+    big.FontSize = 40;
+    big.Italic = true;
+    CPageLine plain;
+    plain.Dialog = QStringLiteral("plain");
+    QList<CPageLine> lines { big, plain, fixed };
+    CPictureBox drawn(724, 484), told(1, 1);
+    DisplayPageLines(drawn, lines);
+    ApplyPageFonts(told, lines);
+    EXPECT_EQ(CBoxFont::Of(told), CBoxFont::Of(drawn));
+    // the fixed line first, then the others in their order
+    EXPECT_EQ(
+        CBoxFont::Of(drawn), (CBoxFont { QStringLiteral("Arial"), 40, false, true, false, false, 0xFFFFFF }));
 }
 
 TEST(PageLayout, RowsAreCentredInThePrimaryColour)

@@ -5,10 +5,15 @@
 #include "formats/CFileOptionModel.h"
 #include "formats/CTiming.h"
 #include "formats/basTimingFile.h"
+#include "pages/CPicPreviewModel.h"
 #include "timing/CTimingGrid.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -21,9 +26,22 @@ struct ToolRun
     QStringList Errors; // the lines of standard error
 };
 
-QString tool()
+QString tool(const char *name = "velmar-convert")
 {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/../velmar-convert");
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/../") + QString::fromLatin1(name);
+}
+
+// Every file under a folder but one, by its path below the folder, with its bytes.
+QMap<QString, QByteArray> filesUnder(const QString &folder, const QString &except)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile file(it.next());
+        if (file.fileName() != except && file.open(QIODevice::ReadOnly))
+            files.insert(QDir(folder).relativeFilePath(file.fileName()), file.readAll());
+    }
+    return files;
 }
 
 ToolRun run(const QStringList &args)
@@ -224,17 +242,98 @@ TEST_F(Convert, StatusAndMessages)
 }
 
 // The converter starts without the graphics or media libraries that the core can use:
-// the linker drops them when nothing it links needs them.
+// the linker drops them when nothing it links needs them. Its build that draws pages
+// takes the graphics library, and still no widget or media one.
 TEST_F(Convert, LoadsNoGraphicsOrMediaLibrary)
 {
-    QProcess ldd;
-    ldd.start(QStringLiteral("ldd"), { tool() });
-    if (!ldd.waitForFinished(30000) || ldd.exitCode() != 0)
+    const auto libraries = [](const QString &program) {
+        QProcess ldd;
+        ldd.start(QStringLiteral("ldd"), { program });
+        return ldd.waitForFinished(30000) && ldd.exitCode() == 0
+            ? QString::fromLocal8Bit(ldd.readAllStandardOutput())
+            : QString();
+    };
+    const QString converter = libraries(tool());
+    if (converter.isEmpty())
         GTEST_SKIP() << "ldd is not available";
-    const QString libraries = QString::fromLocal8Bit(ldd.readAllStandardOutput());
-    ASSERT_TRUE(libraries.contains(QStringLiteral("libQt6Core")));
+    ASSERT_TRUE(converter.contains(QStringLiteral("libQt6Core")));
     for (const char *unwanted : { "libQt6Gui", "libavformat", "libavcodec", "libswresample", "libavutil" })
-        EXPECT_FALSE(libraries.contains(QString::fromLatin1(unwanted))) << unwanted;
+        EXPECT_FALSE(converter.contains(QString::fromLatin1(unwanted))) << unwanted;
+    const QString pages = libraries(tool("velmar-convert-pages"));
+    ASSERT_TRUE(pages.contains(QStringLiteral("libQt6Gui")));
+    for (const char *unwanted : { "libQt6Widgets", "libQt6Multimedia", "libavformat", "libavcodec" })
+        EXPECT_FALSE(pages.contains(QString::fromLatin1(unwanted))) << unwanted;
+}
+
+// --pages draws the script as the picture window does on loading and writes what its
+// save of all pages writes, byte for byte, without a display.
+TEST_F(Convert, PagesAreWrittenAsThePictureWindowWritesThem)
+{
+    const QString input = write(QStringLiteral("film.ass"),
+        QStringLiteral(
+            "[Script Info]\r\nScriptType: v4.00+\r\n\r\n[V4+ Styles]\r\nFormat: Name, Fontname, "
+            "Fontsize, PrimaryColour, SecondaryColour, OutlineColour, BackColour, Bold, Italic, "
+            "Underline, StrikeOut, ScaleX, ScaleY, Spacing, Angle, BorderStyle, Outline, Shadow, "
+            "Alignment, MarginL, MarginR, MarginV, Encoding\r\n"
+            "Style: Top,Noto Sans CJK SC,20,&H0000ffff,&H0000ffff,&H00000000,&H80000000,-1,0,0,0,"
+            "100,100,0,0.00,1,2,3,8,20,20,25,134\r\n\r\n[Events]\r\nFormat: Layer, Start, End, "
+            "Style, Name, MarginL, MarginR, MarginV, Effect, Text\r\n"
+            "Dialogue: 0,0:00:01.00,0:00:03.00,Top,,0000,0000,0000,,上面的字\r\n"
+            "Dialogue: 0,0:00:02.00,0:00:04.00,Default,,0000,0000,0000,,下面{\\i1}的字\\N第二行\r\n"
+            "Dialogue: 0,0:00:05.00,0:00:05.00,Default,,0000,0000,0000,,no page\r\n"));
+    const QString list = path(QStringLiteral("film.sst"));
+    {
+        std::unique_ptr<CTiming> doc = Class::Make<CTiming>();
+        CTimingGrid grid;
+        grid.SetDocument(doc.get());
+        ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, input), basTimingFile::OpenResult::Opened);
+        CPicPreviewModel window;
+        window.Init(doc.get());
+        window.Pages().PictureFolder = true;
+        window.FileName = list;
+        ASSERT_TRUE(window.SaveAll());
+    }
+    const QMap<QString, QByteArray> byWindow = filesUnder(dir.path(), input);
+    ASSERT_EQ(byWindow.keys(),
+        QStringList({ QStringLiteral("film.sst"), QStringLiteral("film/1.1.bmp"),
+            QStringLiteral("film/1.2.bmp"), QStringLiteral("film/1.3.bmp") }));
+    QFile::remove(list);
+    QDir(path(QStringLiteral("film"))).removeRecursively();
+
+    ToolRun r = run({ QStringLiteral("--to"), QStringLiteral("sst"), QStringLiteral("--pages"),
+        QStringLiteral("--picture-folder"), input, list });
+    EXPECT_EQ(r.Exit, 0);
+    EXPECT_TRUE(r.Errors.isEmpty()) << r.Errors.join(u'\n').toStdString();
+    EXPECT_EQ(filesUnder(dir.path(), input), byWindow);
+
+    // PAL pages, by the extension, with the bitmaps named under the list (no folder:
+    // none can be written there).
+    QFile::remove(list);
+    QDir(path(QStringLiteral("film"))).removeRecursively();
+    r = run({ QStringLiteral("--pages"), QStringLiteral("--video-type"), QStringLiteral("1"), input, list });
+    EXPECT_EQ(r.Exit, 0);
+    const QString text = ReadWholeFile(list, false).Text;
+    EXPECT_TRUE(text.contains(QStringLiteral("\r\nTV_Type PAL\r\n")));
+    EXPECT_TRUE(text.endsWith(
+        QStringLiteral("3\t\t00:00:03:00\t00:00:04:00\t") + list + QStringLiteral("/1.3.bmp\r\n")));
+    EXPECT_EQ(filesUnder(dir.path(), input).size(), 1);
+    r = run({ QStringLiteral("--pages"), QStringLiteral("--video-type"), QStringLiteral("1"),
+        QStringLiteral("--picture-folder"), input, list });
+    EXPECT_EQ(QFileInfo(path(QStringLiteral("film/1.1.bmp"))).size(), 118 + 364 * 580);
+
+    // A list that cannot be written: the fault as the window shows it, and status 1.
+    r = run({ QStringLiteral("--pages"), input, path(QStringLiteral("no/such.sst")) });
+    EXPECT_EQ(r.Exit, 1);
+    EXPECT_EQ(r.Errors.value(0), QStringLiteral("message: Path/File access error"));
+    // The options of pages go with --pages, and --pages with an SST list.
+    EXPECT_EQ(
+        run({ QStringLiteral("--pages"), QStringLiteral("--to"), QStringLiteral("srt"), input, list }).Exit,
+        2);
+    EXPECT_EQ(run({ QStringLiteral("--picture-folder"), input, list }).Exit, 2);
+    EXPECT_EQ(
+        run({ QStringLiteral("--pages"), QStringLiteral("--video-type"), QStringLiteral("2"), input, list })
+            .Exit,
+        2);
 }
 
 } // namespace

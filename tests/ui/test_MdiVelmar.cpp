@@ -116,7 +116,8 @@ QString NameOf(const QObject *o)
     const QObject *window = o;
     while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer")
         && !window->inherits("frmTranslate") && !window->inherits("frmNotePad")
-        && !window->inherits("frmFind") && !window->inherits("frmEffect"))
+        && !window->inherits("frmFind") && !window->inherits("frmEffect")
+        && !window->inherits("frmPicPreview"))
         window = window->parent();
     return window->objectName() + u'/' + name;
 }
@@ -241,7 +242,10 @@ TEST_F(Frame, NoEnabledControlIsDead)
     timing->Button(QStringLiteral("Check"))->trigger();
     timing->Button(QStringLiteral("Find"))->trigger();
     timing->Button(QStringLiteral("EffectSpecial"))->trigger();
-    ASSERT_TRUE(timing->CheckWindow && timing->FindWindow && timing->EffectWindow);
+    timing->Button(QStringLiteral("PicPreview"))->trigger();
+    ASSERT_TRUE(
+        timing->CheckWindow && timing->FindWindow && timing->EffectWindow && timing->PicPreviewWindow);
+    ASSERT_TRUE(frame->DocumentWindows().contains(timing->PicPreviewWindow.data()));
     emit timing->mnuPopup->aboutToShow();
     frmProject project(frame.get());
     project.Init(frame.get());
@@ -260,7 +264,7 @@ TEST_F(Frame, NoEnabledControlIsDead)
     disabled.sort();
     EXPECT_EQ(disabled,
         QStringList({ QStringLiteral("FileOpenFont"), QStringLiteral("Font"), QStringLiteral("KaraOK"),
-            QStringLiteral("PicPreview"), QStringLiteral("SubInfomation") }));
+            QStringLiteral("SubInfomation") }));
 
     // The translation and notepad windows with their find dialogs.
     auto *translate = dynamic_cast<frmTranslate *>(frame->NewDocument(1));
