@@ -33,6 +33,9 @@
 #include "ui/frmCheckTiming.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
+#include "ui/frmFont.h"
+#include "ui/frmOwner.h"
+#include "ui/frmScriptInfo.h"
 #include "ui/frmSliderTime.h"
 
 #include <QCloseEvent>
@@ -110,6 +113,12 @@ frmTiming::frmTiming(QWidget *parent)
         w->Init(&form.Grid().Spread());
         return w;
     };
+    MakeFontWindow = [](frmTiming &form) -> QWidget * {
+        auto *w = new frmFont(&form);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->Init(form);
+        return w;
+    };
     m_picture = std::make_unique<CPictureBox>(640, 120);
     AskFileOptions = [](frmTiming &form, FileOperation operation) {
         frmFileOption dialog(&form);
@@ -117,6 +126,12 @@ frmTiming::frmTiming(QWidget *parent)
             dialog, operation, [&dialog] { return dialog.exec() == QDialog::Accepted; });
     };
     buildBars();
+    mnuFileSaveTiming = new QAction(Msg(QStringLiteral("MENU_FILE_121")), this);
+    mnuFileSaveTiming->setObjectName(QStringLiteral("mnuFileSaveTiming"));
+    connect(mnuFileSaveTiming, &QAction::triggered, this, [this] { SaveFile(false); });
+    mnuFileSaveAsTiming = new QAction(Msg(QStringLiteral("MENU_FILE_131")), this);
+    mnuFileSaveAsTiming->setObjectName(QStringLiteral("mnuFileSaveAsTiming"));
+    connect(mnuFileSaveAsTiming, &QAction::triggered, this, [this] { SaveFile(true); });
     buildLayout();
     wireGrid();
     applyTips();
@@ -171,8 +186,10 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
             [](frmTiming &w, bool) { w.OpenFile(0, QString()); } },
         { &frmTiming::tlbFile, "Save", "TIMING_BUTTON_TIP_200", u"保存", B::Push,
             [](frmTiming &w, bool) { w.SaveFile(false); } },
-        { &frmTiming::tlbUtility, "SubInfomation", "TIMING_BUTTON_TIP_300", u"注释" },
-        { &frmTiming::tlbUtility, "Font", "TIMING_BUTTON_TIP_400", u"字体" },
+        { &frmTiming::tlbUtility, "SubInfomation", "TIMING_BUTTON_TIP_300", u"注释", B::Push,
+            [](frmTiming &w, bool) { w.ShowScriptInfo(); } },
+        { &frmTiming::tlbUtility, "Font", "TIMING_BUTTON_TIP_400", u"字体", B::Push,
+            [](frmTiming &w, bool) { w.ShowFontWindow(); } },
         { &frmTiming::tlbUtility, "SSA", "TIMING_BUTTON_TIP_500", u"SSA", B::Push,
             [](frmTiming &w, bool) { w.m_grid->ColumnView().PressButton(); } },
         { &frmTiming::tlbUtility, "EffectSpecial", "TIMING_BUTTON_TIP_E00", u"特效" },
@@ -219,7 +236,7 @@ const std::vector<frmTiming::BarMenuEntry> &frmTiming::BarMenuEntries()
                 if (w.OpenTranslate)
                     w.OpenTranslate();
             } },
-        { "Open", "FileOpenFont", "TIMING_BUTTON_MENU_102" },
+        { "Open", "FileOpenFont", "TIMING_BUTTON_MENU_102", [](frmTiming &w) { w.OpenFontFile(); } },
         { "Save", "FileSaveASS", "TIMING_BUTTON_MENU_200", [](frmTiming &w) { w.SaveFile(false); } },
         { "Save", "FileSaveCustom", "TIMING_BUTTON_MENU_201", [](frmTiming &w) { w.SaveFile(true); } },
     };
@@ -795,6 +812,60 @@ void frmTiming::openChild(
         slot->show();
 }
 
+void frmTiming::runDialog(QDialog &dialog)
+{
+    if (RunDialog)
+        RunDialog(dialog);
+    else
+        dialog.exec();
+}
+
+void frmTiming::ShowFontWindow()
+{
+    openChild(FontWindow, MakeFontWindow, QStringLiteral("字体窗口已经存在"));
+}
+
+void frmTiming::OpenFontFile()
+{
+    if (!FontWindow && MakeFontWindow) {
+        FontWindow = MakeFontWindow(*this);
+        if (FontWindow)
+            FontWindow->show();
+    }
+    if (auto *window = dynamic_cast<IForm *>(FontWindow.data())) {
+        FontWindow->raise();
+        window->OpenFile(0, QString());
+    }
+}
+
+void frmTiming::ShowScriptInfo()
+{
+    if (!m_doc || !m_doc->ScriptInfo)
+        return;
+    frmScriptInfo dialog(this);
+    dialog.Init(m_doc->ScriptInfo.get());
+    runDialog(dialog);
+    if (dialog.result() == QDialog::Accepted)
+        m_doc->setChanged(true);
+}
+
+void frmTiming::ShowOwnerWindow()
+{
+    frmOwner dialog(this);
+    dialog.Init(m_grid->OwnerItems());
+    runDialog(dialog);
+    if (dialog.Canceled())
+        return;
+    if (dialog.OwnerNames() != m_grid->OwnerItems() && m_doc)
+        m_doc->setChanged(true);
+    m_grid->RefreshOwnerCells(dialog.OwnerNames());
+}
+
+QList<QAction *> frmTiming::FileMenuEntries() const
+{
+    return { mnuFileSaveTiming, mnuFileSaveAsTiming };
+}
+
 void frmTiming::paintPreview()
 {
     if (!m_doc)
@@ -840,8 +911,12 @@ struct frmTiming::PopupItem
     const char16_t *Text = nullptr;
     // Enabled by this rule of the selection when the menu opens; nullptr: always.
     bool basLineOps::PopupEnabling::*On = nullptr;
+    // What the item runs; for a list submenu, its last entry, which opens the list's window.
     void (*Run)(frmTiming &) = nullptr;
     int Column = 0;
+    // The name and caption key of a list submenu's window entry.
+    const char *WindowItem = nullptr;
+    const char *WindowTextKey = nullptr;
 };
 
 const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
@@ -898,8 +973,10 @@ const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
         { P::Item, "mnuTimingEnableCheckFlg", nullptr, u"检查时间轴", nullptr,
             [](frmTiming &w) { SetCheckDisabledFlag(*w.m_grid, false); } },
         { P::Separator },
-        { P::List, "mnuTimingFont", nullptr, u"字体", nullptr, nullptr, CTimingGrid::ColStyle },
-        { P::List, "mnuTimingOwner", nullptr, u"说话人", nullptr, nullptr, CTimingGrid::ColOwner },
+        { P::List, "mnuTimingFont", nullptr, u"字体", nullptr, [](frmTiming &w) { w.ShowFontWindow(); },
+            CTimingGrid::ColStyle, "mnuTimingFontWindow", "VELMAR_STYLES_400" },
+        { P::List, "mnuTimingOwner", nullptr, u"说话人", nullptr, [](frmTiming &w) { w.ShowOwnerWindow(); },
+            CTimingGrid::ColOwner, "mnuTimingOwnerWindow", "VELMAR_STYLES_401" },
         { P::List, "mnuTimingScroll", nullptr, u"效果", nullptr, nullptr, CTimingGrid::ColEffect },
         { P::Submenu, "mnuTimingEffect", nullptr, u"特效标签", &E::Effect },
         // The tag items carry the names of override tags and have no action in this window.
@@ -927,6 +1004,14 @@ void frmTiming::buildPopup()
             submenu = mnuPopup->addMenu(text);
             submenu->setObjectName(name);
             submenu->menuAction()->setObjectName(name);
+            // The window entry outlives the names, which are made anew each time.
+            if (item.WindowItem) {
+                auto *window = new QAction(Msg(QString::fromLatin1(item.WindowTextKey)), this);
+                window->setObjectName(QString::fromLatin1(item.WindowItem));
+                const auto run = item.Run;
+                connect(window, &QAction::triggered, this, [this, run] { run(*this); });
+                submenu->addAction(window);
+            }
             continue;
         }
         QAction *a = (item.Type == PopupItem::SubItem ? submenu : mnuPopup)->addAction(text);
@@ -944,7 +1029,8 @@ void frmTiming::buildPopup()
                 for (QAction *a : mnuPopup->findChildren<QAction *>(name))
                     a->setEnabled(on.*item.On);
             if (item.Type == PopupItem::List)
-                fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column);
+                fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column,
+                    item.WindowItem ? findChild<QAction *>(QString::fromLatin1(item.WindowItem)) : nullptr);
         }
     });
 }
@@ -956,13 +1042,17 @@ QStringList frmTiming::listItems(int column) const
     return s.index(row - 1, column - 1).data(CSpread::ListItemsRole).toStringList();
 }
 
-void frmTiming::fillPopupList(QMenu *menu, const QStringList &names, int column)
+void frmTiming::fillPopupList(QMenu *menu, const QStringList &names, int column, QAction *window)
 {
     menu->clear();
     for (const QString &name : names) {
         QAction *a = menu->addAction(name);
         connect(a, &QAction::triggered, this,
             [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
+    }
+    if (window) {
+        menu->addSeparator();
+        menu->addAction(window);
     }
 }
 
@@ -1030,6 +1120,9 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     }
     if (result != basTimingFile::OpenResult::Opened)
         return false;
+    // An open style window starts again from the styles just read.
+    if (auto *font = qobject_cast<frmFont *>(FontWindow.data()))
+        font->Init(*this);
     m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);
     updateCaption();
@@ -1108,7 +1201,7 @@ bool frmTiming::SaveFile(bool SaveAs, int)
 
 void frmTiming::closeEvent(QCloseEvent *event)
 {
-    for (QPointer<QWidget> *child : { &CheckWindow, &FindWindow })
+    for (QPointer<QWidget> *child : { &CheckWindow, &FindWindow, &FontWindow })
         if (*child)
             (*child)->close();
     if (!askToSave()) {
