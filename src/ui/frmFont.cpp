@@ -56,8 +56,9 @@ void frmFont::buildControls()
     auto line = [this](const QString &name, int width = 0) {
         auto *e = new QLineEdit(this);
         e->setObjectName(name);
+        // Number fields keep their width however the window is sized.
         if (width)
-            e->setMaximumWidth(width);
+            e->setFixedWidth(width);
         return e;
     };
     auto check = [this](const char *name, const char *textKey) {
@@ -87,8 +88,9 @@ void frmFont::buildControls()
     lstFontName = new QListWidget(this);
     lstFontName->setObjectName(QStringLiteral("lstFontName"));
     lstFontName->addItems(m_families);
+    lstFontName->setMinimumWidth(230);
     txtShowFontName = line(QStringLiteral("txtShowFontName"));
-    txtFontSize = line(QStringLiteral("txtFontSize"), 60);
+    txtFontSize = line(QStringLiteral("txtFontSize"), 64);
     txtComment = new QPlainTextEdit(this);
     txtComment->setObjectName(QStringLiteral("txtComment"));
     txtComment->setMaximumHeight(fontMetrics().height() * 3 + 12);
@@ -104,8 +106,8 @@ void frmFont::buildControls()
         optBorder[size_t(i)]->setObjectName(QStringLiteral("optBorder%1").arg(i));
         m_border->addButton(optBorder[size_t(i)], BorderStyles[i]);
     }
-    txtOutLine = line(QStringLiteral("txtOutLine"), 50);
-    txtShadow = line(QStringLiteral("txtShadow"), 50);
+    txtOutLine = line(QStringLiteral("txtOutLine"), 56);
+    txtShadow = line(QStringLiteral("txtShadow"), 56);
 
     m_alignment = new QButtonGroup(this);
     for (int button = 1; button <= 9; ++button) {
@@ -117,18 +119,18 @@ void frmFont::buildControls()
     chkAlignmentKeypad = check("chkAlignmentKeypad", "VELMAR_STYLES_115");
 
     for (int i = 0; i < 3; ++i)
-        txtMargin[size_t(i)] = line(QStringLiteral("txtMargin%1").arg(i), 60);
+        txtMargin[size_t(i)] = line(QStringLiteral("txtMargin%1").arg(i), 64);
     for (int i = 0; i < 2; ++i)
-        txtScale[size_t(i)] = line(QStringLiteral("txtScale%1").arg(i), 60);
-    txtAlphaLevel = line(QStringLiteral("txtAlphaLevel"), 60);
+        txtScale[size_t(i)] = line(QStringLiteral("txtScale%1").arg(i), 64);
+    txtAlphaLevel = line(QStringLiteral("txtAlphaLevel"), 64);
     for (int i = 0; i < 4; ++i) {
         picColor[size_t(i)] = button(QStringLiteral("picColor%1").arg(i).toLatin1().constData(), QString());
         picColor[size_t(i)]->setFixedSize(48, 22);
-        txtAlpha[size_t(i)] = line(QStringLiteral("txtAlpha%1").arg(i), 50);
+        txtAlpha[size_t(i)] = line(QStringLiteral("txtAlpha%1").arg(i), 56);
     }
-    txtSpacing = line(QStringLiteral("txtSpacing"), 60);
-    txtAngle = line(QStringLiteral("txtAngle"), 60);
-    txtEncode = line(QStringLiteral("txtEncode"), 60);
+    txtSpacing = line(QStringLiteral("txtSpacing"), 64);
+    txtAngle = line(QStringLiteral("txtAngle"), 64);
+    txtEncode = line(QStringLiteral("txtEncode"), 64);
 
     picSample = new QLabel(this);
     picSample->setObjectName(QStringLiteral("picSample"));
@@ -248,7 +250,7 @@ void frmFont::buildLayout()
     layout->addWidget(label("VELMAR_STYLES_137"));
     layout->addWidget(picSample, 2);
     layout->addLayout(bottom);
-    resize(1000, 640);
+    resize(1080, 640);
 }
 
 void frmFont::wireControls()

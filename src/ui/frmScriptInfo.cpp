@@ -42,7 +42,7 @@ frmScriptInfo::frmScriptInfo(QWidget *parent)
     auto text = [this](const char *name, int lines) {
         auto *e = new QPlainTextEdit(this);
         e->setObjectName(QString::fromLatin1(name));
-        e->setMaximumHeight(fontMetrics().height() * lines + 12);
+        e->setFixedHeight(fontMetrics().lineSpacing() * (lines + 1) + 8);
         return e;
     };
     txtTitle = line("txtTitle");
