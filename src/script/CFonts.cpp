@@ -66,6 +66,36 @@ void CFonts::Delete(const QString &key)
         FontDestroyed(key);
 }
 
+std::unique_ptr<CFont> CFonts::Take(const QString &key)
+{
+    return m_fonts.Take(key);
+}
+
+bool CFonts::Rename(const QString &key, const QString &newName)
+{
+    const qsizetype position = IndexOf(key);
+    if (position < 0 || m_fonts.Exists(newName))
+        return false;
+    std::unique_ptr<CFont> font = m_fonts.Take(key);
+    font->setStyleName(newName);
+    m_fonts.Insert(position, newName, std::move(font));
+    return true;
+}
+
+qsizetype CFonts::IndexOf(const QString &key) const
+{
+    const CFont *font = m_fonts.Find(key);
+    if (!font)
+        return -1;
+    qsizetype i = 0;
+    for (const CFont *member : m_fonts) {
+        if (member == font)
+            return i;
+        ++i;
+    }
+    return -1;
+}
+
 QString CFonts::GetOriginalStyleName(const QString &key) const
 {
     const CFont *font = m_fonts.Find(key);

@@ -31,6 +31,14 @@ public:
     CFont *Add(std::unique_ptr<CFont> font);
     // An unknown key is ignored.
     void Delete(const QString &key) override;
+    // Takes a style out of the list without telling FontDestroyed: it goes on living
+    // elsewhere (into another list). nullptr for an unknown key.
+    std::unique_ptr<CFont> Take(const QString &key);
+    // Gives a style a new name and keys it by that name, in its place in the list; false
+    // (nothing changes) for an unknown key or a name the list already has.
+    bool Rename(const QString &key, const QString &newName);
+    // The 0-based position of a style, or -1.
+    qsizetype IndexOf(const QString &key) const;
     qsizetype Count() const override { return m_fonts.Count(); }
     // nullptr for an unknown key.
     isub *item(const QString &key) override { return m_fonts.Find(key); }

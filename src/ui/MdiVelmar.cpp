@@ -17,8 +17,9 @@
 #include "shell/basFrame.h"
 #include "shell/basWindowArrange.h"
 #include "timing/CSliderTimeModel.h"
-#include "ui/basPendingWindows.h"
+#include "ui/IWindowMenu.h"
 #include "ui/basWindowMenu.h"
+#include "ui/frmAbout.h"
 #include "ui/frmPlayer.h"
 #include "ui/frmSetting.h"
 #include "ui/frmSliderTime.h"
@@ -54,6 +55,8 @@ MdiVelmar::MdiVelmar(QWidget *parent)
     createMenus();
     createToolBars();
     createStatusBar();
+    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, &MdiVelmar::showWindowEntries);
+    connect(mnuFile, &QMenu::aboutToShow, this, &MdiVelmar::showWindowEntries);
 
     timAutoSave = new QTimer(this);
     timAutoSave->setObjectName(QStringLiteral("timAutoSave"));
@@ -184,7 +187,7 @@ struct MdiVelmar::MenuTitle
 // (until then the entry shows its name), or is the entry's own text.
 struct MdiVelmar::MenuEntry
 {
-    enum Kind { Entry, Separator, RecentFiles };
+    enum Kind { Entry, Separator, RecentFiles, WindowEntries };
     QMenu *MdiVelmar::*Menu;
     Kind Type = Entry;
     QAction *MdiVelmar::*Field = nullptr;
@@ -232,6 +235,7 @@ const std::vector<MdiVelmar::MenuEntry> &MdiVelmar::MenuEntries()
             "MENU_FILE_111", nullptr, [](MdiVelmar &f) { f.OpenDocument(1); } },
         { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileOpenTiming, "mnuFileOpenTiming", "MENU_FILE_112",
             nullptr, [](MdiVelmar &f) { f.OpenDocument(0); } },
+        { &MdiVelmar::mnuFile, M::WindowEntries },
         { &MdiVelmar::mnuFile, M::RecentFiles },
         { &MdiVelmar::mnuFile, M::Separator },
         { &MdiVelmar::mnuFile, M::Entry, &MdiVelmar::mnuFileExit, "mnuFileExit", nullptr, u"退出",
@@ -281,14 +285,17 @@ void MdiVelmar::createMenus()
     for (const MenuTitle &t : MenuTitles()) {
         QMenu *menu = menuBar()->addMenu(QString::fromLatin1(t.Name));
         menu->setObjectName(QString::fromLatin1(t.Name));
-        // Entries whose windows are still to come say so in their tips.
-        menu->setToolTipsVisible(true);
         this->*t.Menu = menu;
     }
     for (const MenuEntry &e : MenuEntries()) {
         QMenu *menu = this->*e.Menu;
         if (e.Type == MenuEntry::Separator) {
             menu->addSeparator();
+            continue;
+        }
+        if (e.Type == MenuEntry::WindowEntries) {
+            m_windowEntriesSeparator = menu->addSeparator();
+            m_windowEntriesSeparator->setVisible(false);
             continue;
         }
         if (e.Type == MenuEntry::RecentFiles) {
@@ -306,7 +313,6 @@ void MdiVelmar::createMenus()
         this->*e.Field = a;
         const auto run = e.Run;
         connect(a, &QAction::triggered, this, [this, run] { run(*this); });
-        ShowPending(objectName(), a);
     }
 }
 
@@ -323,7 +329,6 @@ void MdiVelmar::createToolBars()
         if (b.Entry) {
             QAction *entry = this->*b.Entry;
             connect(a, &QAction::triggered, entry, &QAction::trigger);
-            ShowPending(objectName(), entry->objectName(), a);
         } else {
             connect(a, &QAction::triggered, this, b.Run);
         }
@@ -450,17 +455,34 @@ void MdiVelmar::applyCatalogue()
             caption(e.TextKey, [entry](const QString &text) { entry->setText(text); });
         else
             entry->setText(QString::fromUtf16(e.Text));
-        ShowPending(objectName(), entry);
     }
     for (const ToolButton &b : ToolButtons())
-        if (b.Entry && !ShowPending(objectName(), (this->*b.Entry)->objectName(), button(b)))
+        if (b.Entry)
             button(b)->setToolTip((this->*b.Entry)->text());
     sldAviSpeed->setToolTip(SliderSpeedTip(sldAviSpeed->value(), 0));
 }
 
 void MdiVelmar::showAbout()
 {
-    MsgBox(QStringLiteral("Velmar ") + VersionNo, MsgBoxStyle::Information, mnuHelpVersion->text());
+    frmAbout dialog(this);
+    if (OnTop)
+        SetWindowOnTop(&dialog, true);
+    dialog.exec();
+}
+
+void MdiVelmar::showWindowEntries()
+{
+    for (const QPointer<QAction> &entry : std::as_const(m_windowEntries))
+        if (entry)
+            mnuFile->removeAction(entry);
+    m_windowEntries.clear();
+    if (auto *window = dynamic_cast<IWindowMenu *>(ActiveDocument())) {
+        const QList<QAction *> entries = window->FileMenuEntries();
+        mnuFile->insertActions(m_recentSeparator, entries);
+        for (QAction *entry : entries)
+            m_windowEntries << entry;
+    }
+    m_windowEntriesSeparator->setVisible(!m_windowEntries.isEmpty());
 }
 
 void MdiVelmar::RegisterWindowFactory(DocumentWindowKind kind, WindowFactory factory)

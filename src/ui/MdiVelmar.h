@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QList>
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <map>
 #include <optional>
@@ -200,6 +201,8 @@ private:
     void applyAutoSaveSettings();
     void onClipboardChanged();
     void showAbout();
+    // The File menu shows the entries of the current document window, if it has any.
+    void showWindowEntries();
     CPlayer *activePlayer() const;
     IForm *addFromFactory(DocumentWindowKind kind);
 
@@ -212,6 +215,8 @@ private:
     AutoSaveSettings m_autoSaveSettings;
     CRecentFile *m_recent = nullptr;
     QAction *m_recentSeparator = nullptr;
+    QAction *m_windowEntriesSeparator = nullptr;
+    QList<QPointer<QAction>> m_windowEntries;
     std::vector<RecentFileMenuEntry> m_recentEntries;
     bool m_watchClipboard = false;
     QMetaObject::Connection m_clipboardLink;

@@ -29,13 +29,15 @@
 #include "translation/CTranslates.h"
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
-#include "ui/basPendingWindows.h"
 #include "ui/basWindowLists.h"
 #include "ui/frmCheckTiming.h"
 #include "ui/frmEffect.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
+#include "ui/frmFont.h"
+#include "ui/frmOwner.h"
 #include "ui/frmPicPreview.h"
+#include "ui/frmScriptInfo.h"
 #include "ui/frmSliderTime.h"
 
 #include <QCloseEvent>
@@ -112,6 +114,12 @@ frmTiming::frmTiming(QWidget *parent)
         w->Init(form);
         return w;
     };
+    MakeFontWindow = [](frmTiming &form) -> QWidget * {
+        auto *w = new frmFont(&form);
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->Init(form);
+        return w;
+    };
     m_picture = std::make_unique<CPictureBox>(640, 120);
     AskFileOptions = [](frmTiming &form, FileOperation operation) {
         frmFileOption dialog(&form);
@@ -119,6 +127,12 @@ frmTiming::frmTiming(QWidget *parent)
             dialog, operation, [&dialog] { return dialog.exec() == QDialog::Accepted; });
     };
     buildBars();
+    mnuFileSaveTiming = new QAction(Msg(QStringLiteral("MENU_FILE_121")), this);
+    mnuFileSaveTiming->setObjectName(QStringLiteral("mnuFileSaveTiming"));
+    connect(mnuFileSaveTiming, &QAction::triggered, this, [this] { SaveFile(false); });
+    mnuFileSaveAsTiming = new QAction(Msg(QStringLiteral("MENU_FILE_131")), this);
+    mnuFileSaveAsTiming->setObjectName(QStringLiteral("mnuFileSaveAsTiming"));
+    connect(mnuFileSaveAsTiming, &QAction::triggered, this, [this] { SaveFile(true); });
     buildLayout();
     wireGrid();
     applyTips();
@@ -152,7 +166,6 @@ struct frmTiming::BarButton
     const char *TipKey;
     const char16_t *Text;
     Kind Type = Push;
-    // nullptr for a control whose window is still to come (see basPendingWindows).
     void (*Run)(frmTiming &, bool) = nullptr;
     // A tip that shows a hot key; nullptr: the catalogue's tip.
     QString (*KeyTip)(const CHotKeys &) = nullptr;
@@ -175,8 +188,10 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
             [](frmTiming &w, bool) { w.OpenFile(0, QString()); } },
         { &frmTiming::tlbFile, "Save", "TIMING_BUTTON_TIP_200", u"保存", B::Push,
             [](frmTiming &w, bool) { w.SaveFile(false); } },
-        { &frmTiming::tlbUtility, "SubInfomation", "TIMING_BUTTON_TIP_300", u"注释" },
-        { &frmTiming::tlbUtility, "Font", "TIMING_BUTTON_TIP_400", u"字体" },
+        { &frmTiming::tlbUtility, "SubInfomation", "TIMING_BUTTON_TIP_300", u"注释", B::Push,
+            [](frmTiming &w, bool) { w.ShowScriptInfo(); } },
+        { &frmTiming::tlbUtility, "Font", "TIMING_BUTTON_TIP_400", u"字体", B::Push,
+            [](frmTiming &w, bool) { w.ShowFontWindow(); } },
         { &frmTiming::tlbUtility, "SSA", "TIMING_BUTTON_TIP_500", u"SSA", B::Push,
             [](frmTiming &w, bool) { w.m_grid->ColumnView().PressButton(); } },
         { &frmTiming::tlbUtility, "EffectSpecial", "TIMING_BUTTON_TIP_E00", u"特效", B::Push,
@@ -231,7 +246,7 @@ const std::vector<frmTiming::BarMenuEntry> &frmTiming::BarMenuEntries()
                 if (w.OpenTranslate)
                     w.OpenTranslate();
             } },
-        { "Open", "FileOpenFont", "TIMING_BUTTON_MENU_102" },
+        { "Open", "FileOpenFont", "TIMING_BUTTON_MENU_102", [](frmTiming &w) { w.OpenFontFile(); } },
         { "Save", "FileSaveASS", "TIMING_BUTTON_MENU_200", [](frmTiming &w) { w.SaveFile(false); } },
         { "Save", "FileSaveCustom", "TIMING_BUTTON_MENU_201", [](frmTiming &w) { w.SaveFile(true); } },
     };
@@ -300,8 +315,6 @@ void frmTiming::buildButtonMenus()
         auto *menu = button->menu<QMenu *>();
         if (!menu) {
             menu = new QMenu(this);
-            // Entries whose windows are still to come say so in their tips.
-            menu->setToolTipsVisible(true);
             button->setMenu(menu);
         }
         QAction *a = menu->addAction(Msg(QString::fromLatin1(e.TextKey)));
@@ -357,15 +370,10 @@ void frmTiming::shiftTimes(double seconds)
 
 void frmTiming::applyTips()
 {
-    const QString window = objectName();
     for (const BarButton &b : BarButtons()) {
         QAction *a = Button(QString::fromLatin1(b.Key));
-        if (ShowPending(window, a))
-            continue;
         a->setToolTip(b.KeyTip && HotKeys ? b.KeyTip(*HotKeys) : Msg(QString::fromLatin1(b.TipKey)));
     }
-    for (const BarMenuEntry &e : BarMenuEntries())
-        ShowPending(window, Button(QString::fromLatin1(e.Key)));
     if (HotKeys)
         cmdInsertTimePoint->setText(InsertTimePointCaption(*HotKeys));
 }
@@ -837,6 +845,60 @@ void frmTiming::handPlayerToEffect()
         effect->setPlayerWindow(m_doc ? m_doc->PlayerWindow() : nullptr);
 }
 
+void frmTiming::runDialog(QDialog &dialog)
+{
+    if (RunDialog)
+        RunDialog(dialog);
+    else
+        dialog.exec();
+}
+
+void frmTiming::ShowFontWindow()
+{
+    openChild(FontWindow, MakeFontWindow, QStringLiteral("字体窗口已经存在"));
+}
+
+void frmTiming::OpenFontFile()
+{
+    if (!FontWindow && MakeFontWindow) {
+        FontWindow = MakeFontWindow(*this);
+        if (FontWindow)
+            FontWindow->show();
+    }
+    if (auto *window = dynamic_cast<IForm *>(FontWindow.data())) {
+        FontWindow->raise();
+        window->OpenFile(0, QString());
+    }
+}
+
+void frmTiming::ShowScriptInfo()
+{
+    if (!m_doc || !m_doc->ScriptInfo)
+        return;
+    frmScriptInfo dialog(this);
+    dialog.Init(m_doc->ScriptInfo.get());
+    runDialog(dialog);
+    if (dialog.result() == QDialog::Accepted)
+        m_doc->setChanged(true);
+}
+
+void frmTiming::ShowOwnerWindow()
+{
+    frmOwner dialog(this);
+    dialog.Init(m_grid->OwnerItems());
+    runDialog(dialog);
+    if (dialog.Canceled())
+        return;
+    if (dialog.OwnerNames() != m_grid->OwnerItems() && m_doc)
+        m_doc->setChanged(true);
+    m_grid->RefreshOwnerCells(dialog.OwnerNames());
+}
+
+QList<QAction *> frmTiming::FileMenuEntries() const
+{
+    return { mnuFileSaveTiming, mnuFileSaveAsTiming };
+}
+
 void frmTiming::paintPreview()
 {
     if (!m_doc)
@@ -882,8 +944,12 @@ struct frmTiming::PopupItem
     const char16_t *Text = nullptr;
     // Enabled by this rule of the selection when the menu opens; nullptr: always.
     bool basLineOps::PopupEnabling::*On = nullptr;
+    // What the item runs; for a list submenu, its last entry, which opens the list's window.
     void (*Run)(frmTiming &) = nullptr;
     int Column = 0;
+    // The name and caption key of a list submenu's window entry.
+    const char *WindowItem = nullptr;
+    const char *WindowTextKey = nullptr;
 };
 
 const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
@@ -940,8 +1006,10 @@ const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
         { P::Item, "mnuTimingEnableCheckFlg", nullptr, u"检查时间轴", nullptr,
             [](frmTiming &w) { SetCheckDisabledFlag(*w.m_grid, false); } },
         { P::Separator },
-        { P::List, "mnuTimingFont", nullptr, u"字体", nullptr, nullptr, CTimingGrid::ColStyle },
-        { P::List, "mnuTimingOwner", nullptr, u"说话人", nullptr, nullptr, CTimingGrid::ColOwner },
+        { P::List, "mnuTimingFont", nullptr, u"字体", nullptr, [](frmTiming &w) { w.ShowFontWindow(); },
+            CTimingGrid::ColStyle, "mnuTimingFontWindow", "VELMAR_STYLES_400" },
+        { P::List, "mnuTimingOwner", nullptr, u"说话人", nullptr, [](frmTiming &w) { w.ShowOwnerWindow(); },
+            CTimingGrid::ColOwner, "mnuTimingOwnerWindow", "VELMAR_STYLES_401" },
         { P::List, "mnuTimingScroll", nullptr, u"效果", nullptr, nullptr, CTimingGrid::ColEffect },
         { P::Submenu, "mnuTimingEffect", nullptr, u"特效标签", &E::Effect },
         // The tag items carry the names of override tags and have no action in this window.
@@ -973,6 +1041,14 @@ void frmTiming::buildPopup()
             submenu = mnuPopup->addMenu(text);
             submenu->setObjectName(name);
             submenu->menuAction()->setObjectName(name);
+            // The window entry outlives the names, which are made anew each time.
+            if (item.WindowItem) {
+                auto *window = new QAction(Msg(QString::fromLatin1(item.WindowTextKey)), this);
+                window->setObjectName(QString::fromLatin1(item.WindowItem));
+                const auto run = item.Run;
+                connect(window, &QAction::triggered, this, [this, run] { run(*this); });
+                submenu->addAction(window);
+            }
             continue;
         }
         QAction *a = (item.Type == PopupItem::SubItem ? submenu : mnuPopup)->addAction(text);
@@ -990,7 +1066,8 @@ void frmTiming::buildPopup()
                 for (QAction *a : mnuPopup->findChildren<QAction *>(name))
                     a->setEnabled(on.*item.On);
             if (item.Type == PopupItem::List)
-                fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column);
+                fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column,
+                    item.WindowItem ? findChild<QAction *>(QString::fromLatin1(item.WindowItem)) : nullptr);
         }
     });
 }
@@ -1002,13 +1079,17 @@ QStringList frmTiming::listItems(int column) const
     return s.index(row - 1, column - 1).data(CSpread::ListItemsRole).toStringList();
 }
 
-void frmTiming::fillPopupList(QMenu *menu, const QStringList &names, int column)
+void frmTiming::fillPopupList(QMenu *menu, const QStringList &names, int column, QAction *window)
 {
     menu->clear();
     for (const QString &name : names) {
         QAction *a = menu->addAction(name);
         connect(a, &QAction::triggered, this,
             [this, name, column] { basLineOps::SetListChoice(*m_grid, name, column); });
+    }
+    if (window) {
+        menu->addSeparator();
+        menu->addAction(window);
     }
 }
 
@@ -1076,6 +1157,9 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     }
     if (result != basTimingFile::OpenResult::Opened)
         return false;
+    // An open style window starts again from the styles just read.
+    if (auto *font = qobject_cast<frmFont *>(FontWindow.data()))
+        font->Init(*this);
     m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);
     updateCaption();
@@ -1154,7 +1238,7 @@ bool frmTiming::SaveFile(bool SaveAs, int)
 
 void frmTiming::closeEvent(QCloseEvent *event)
 {
-    for (QPointer<QWidget> *child : { &CheckWindow, &FindWindow, &EffectWindow })
+    for (QPointer<QWidget> *child : { &CheckWindow, &FindWindow, &EffectWindow, &FontWindow })
         if (*child)
             (*child)->close();
     if (!askToSave()) {

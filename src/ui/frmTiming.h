@@ -3,6 +3,7 @@
 #include "core/IForm.h"
 #include "formats/FileOptions.h"
 #include "shell/IAutoSaveDocument.h"
+#include "ui/IWindowMenu.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -20,6 +21,7 @@ class MdiVelmar;
 class frmFileOption;
 class QAction;
 class QComboBox;
+class QDialog;
 class QLabel;
 class QMenu;
 class QPushButton;
@@ -31,7 +33,7 @@ class QToolBar;
 // cell, the time-point button, the preview picture and the five bars. Keys of the grid go
 // to the time-point capture first; the form's own keys (save, player commands) are taken
 // before the grid sees them.
-class frmTiming : public QWidget, public IForm, public IAutoSaveDocument
+class frmTiming : public QWidget, public IForm, public IAutoSaveDocument, public IWindowMenu
 {
     Q_OBJECT
 
@@ -68,6 +70,9 @@ public:
     qint32 TimingOption() const override;
     void setTimingOption(qint32 option) override;
 
+    // IWindowMenu: save and save as, by the catalogue's File menu texts.
+    QList<QAction *> FileMenuEntries() const override;
+
     // The main window's events.
     void MainWindow_PlayerCreated(QObject *form);
     void MainWindow_PlayerDestroyed(QObject *form);
@@ -86,8 +91,7 @@ public:
     // Sets the file-option dialog up for an open (1) or a save (2) of this document,
     // shows it by `show`, and takes its results over; false when cancelled or failed.
     bool runFileOption(frmFileOption &dialog, FileOperation operation, const std::function<bool()> &show);
-    // Tool tips and captions that show hot keys, written again after a key changed; the
-    // controls whose windows are still to come stay disabled with their own tips.
+    // Tool tips and captions that show hot keys, written again after a key changed.
     void applyTips();
 
     // The frame's player commands the form keys reach, and its file commands the Open
@@ -103,6 +107,10 @@ public:
     // Makes the picture preview of the SST button (the frame's registration puts it into
     // the frame's area as a document window).
     std::function<QWidget *(frmTiming &)> MakePicPreviewWindow;
+    // Makes the style window (nullptr: none).
+    std::function<QWidget *(frmTiming &)> MakeFontWindow;
+    // Shows a modal dialog of this window (script information, speakers); unset: exec().
+    std::function<void(QDialog &)> RunDialog;
     // The file-option dialog: runs it for the operation (open or save) over this window
     // and its document; false when cancelled. The default one shows frmFileOption.
     std::function<bool(frmTiming &, FileOperation operation)> AskFileOptions;
@@ -123,12 +131,23 @@ public:
     QComboBox *cmbTranslate = nullptr;
     QTimer *timPreview = nullptr;
     QMenu *mnuPopup = nullptr;
+    QAction *mnuFileSaveTiming = nullptr;
+    QAction *mnuFileSaveAsTiming = nullptr;
 
     // The child windows this window opened (each at most one).
     QPointer<QWidget> CheckWindow;
     QPointer<QWidget> FindWindow;
     QPointer<QWidget> EffectWindow;
     QPointer<QWidget> PicPreviewWindow;
+    QPointer<QWidget> FontWindow;
+
+    // The style window (or, when it is open, its message); the script information dialog
+    // over the document's head; the speaker list of the owner column; a style file into the
+    // style window, which opens for it when it is not open.
+    void ShowFontWindow();
+    void ShowScriptInfo();
+    void ShowOwnerWindow();
+    void OpenFontFile();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -164,7 +183,8 @@ private:
     bool askToSave();
     void paintPreview();
     void buildPopup();
-    void fillPopupList(QMenu *menu, const QStringList &names, int column);
+    void fillPopupList(QMenu *menu, const QStringList &names, int column, QAction *window);
+    void runDialog(QDialog &dialog);
     QStringList listItems(int column) const;
     void karaOKPressed(bool pressed);
     void previewToggled(bool on);
