@@ -110,6 +110,7 @@ class ProgramSession:
         """Starts the program and waits for its frame."""
         self.log.write("\n---- %s %s\n" % (time.strftime("%H:%M:%S"), " ".join([self.binary, *args])))
         self.log.flush()
+        self.frame = None
         self.process = subprocess.Popen(
             [self.binary, *args],
             cwd=self.home,
@@ -167,8 +168,8 @@ class ProgramSession:
                 if w.id in exclude:
                     continue
                 # A window takes the focus once the program has seen it mapped.
-                if self.frame is not None and not popup:
-                    self.sync()
+                if not popup:
+                    self.x.ping(w.id, 10)
                 return w
             if time.monotonic() > deadline:
                 raise StepFailed("no window %r came within %d s (windows: %s)" % (name, timeout, self.dialogs()))
