@@ -1,5 +1,6 @@
 #include "script/CTiming.h"
 
+#include "core/CUndoStack.h"
 #include "core/Class.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
@@ -22,8 +23,19 @@ void report(const char *key, const VelmarError *fault)
 
 } // namespace
 
-CTiming::CTiming() = default;
+CTiming::CTiming()
+    : m_undoStack(std::make_unique<CUndoStack>())
+{
+}
+
 CTiming::~CTiming() = default;
+
+void CTiming::setChanged(bool changed)
+{
+    isub::setChanged(changed);
+    if (!changed)
+        m_undoStack->SetClean();
+}
 
 void CTiming::Init(qint32 SerialNo, QObject *Window)
 {

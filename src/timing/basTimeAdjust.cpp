@@ -7,6 +7,7 @@
 #include "core/basMessage.h"
 #include "core/basTime.h"
 #include "script/basScript.h"
+#include "timing/CGridAction.h"
 #include "timing/CSliderTimeModel.h"
 #include "timing/CSpreadCellKeeper.h"
 #include "timing/CSpreadDrawingStop.h"
@@ -247,6 +248,7 @@ double LimitShiftForOverlap(const CTimingGrid &form, int row, int column, double
 void ShiftTimes(CTimingGrid &form, double delta)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_208");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     try {
@@ -273,6 +275,7 @@ void ShiftTimes(CTimingGrid &form, double delta)
 void ScaleTimes(CTimingGrid &form, double delta)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_209");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     try {
@@ -339,6 +342,7 @@ void AskTimeAdjust(CTimingGrid &form, int kind, ITimeValueDialog *dialog)
 void FillIncrement(CTimingGrid &form, int mode)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_210");
     const CSpreadDrawingStop stop(grid);
     grid.GetMultiSelection();
     if (grid.MultiSelCount() != 1)

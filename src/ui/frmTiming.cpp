@@ -20,6 +20,8 @@
 #include "shell/basBackup.h"
 #include "shell/basRouting.h"
 #include "timing/CCaptureKey.h"
+#include "timing/CGridAction.h"
+#include "timing/CGridHistory.h"
 #include "timing/CSliderTimeModel.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
@@ -152,6 +154,8 @@ struct frmTiming::BarButton
     void (*Run)(frmTiming &, bool) = nullptr;
     // A tip that shows a hot key; nullptr: the catalogue's tip.
     QString (*KeyTip)(const CHotKeys &) = nullptr;
+    // The caption's catalogue key, where the caption is not the literal text.
+    const char *TextKey = nullptr;
 };
 
 // An entry of a button's drop-down menu, with the catalogue key of its caption.
@@ -206,6 +210,10 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
             [](frmTiming &w, bool pressed) { w.karaOKPressed(pressed); } },
         { &frmTiming::tlbMode, "Preview", "PREVIEW_BUTTON_TIP_101", u"预览", B::Toggle,
             [](frmTiming &w, bool on) { w.previewToggled(on); } },
+        { &frmTiming::tlbFile, "Undo", "VELMAR_UNDO_102", u"撤销", B::Push,
+            [](frmTiming &w, bool) { w.historyStep(false); }, nullptr, "VELMAR_UNDO_100" },
+        { &frmTiming::tlbFile, "Redo", "VELMAR_UNDO_103", u"重做", B::Push,
+            [](frmTiming &w, bool) { w.historyStep(true); }, nullptr, "VELMAR_UNDO_101" },
     };
     return buttons;
 }
@@ -250,7 +258,8 @@ void frmTiming::buildBars()
     connect(timPreview, &QTimer::timeout, this, &frmTiming::paintPreview);
 
     for (const BarButton &b : BarButtons()) {
-        QAction *a = (this->*b.Bar)->addAction(QString::fromUtf16(b.Text));
+        QAction *a = (this->*b.Bar)->addAction(
+            b.TextKey ? Msg(QString::fromLatin1(b.TextKey)) : QString::fromUtf16(b.Text));
         a->setObjectName(QString::fromLatin1(b.Key));
         a->setCheckable(b.Type != BarButton::Push);
         if (!b.Run)
@@ -356,6 +365,49 @@ void frmTiming::applyTips()
         ShowPending(window, Button(QString::fromLatin1(e.Key)));
     if (HotKeys)
         cmdInsertTimePoint->setText(InsertTimePointCaption(*HotKeys));
+    updateHistoryControls();
+}
+
+// The undo and redo controls follow the steps: enabled when there is one, the tip naming it.
+void frmTiming::updateHistoryControls()
+{
+    CGridHistory &history = m_grid->History();
+    const struct
+    {
+        const char *Button;
+        const char *Popup;
+        const char *TipKey;
+        bool On;
+        QString Step;
+    } controls[] = {
+        { "Undo", "mnuTimingUndo", "VELMAR_UNDO_104", history.CanUndo(), history.UndoText() },
+        { "Redo", "mnuTimingRedo", "VELMAR_UNDO_105", history.CanRedo(), history.RedoText() },
+    };
+    for (const auto &c : controls) {
+        if (QAction *button = Button(QString::fromLatin1(c.Button))) {
+            button->setEnabled(c.On);
+            if (c.On)
+                button->setToolTip(Msg(QString::fromLatin1(c.TipKey)).arg(c.Step));
+        }
+        if (mnuPopup)
+            if (QAction *entry = mnuPopup->findChild<QAction *>(QString::fromLatin1(c.Popup)))
+                entry->setEnabled(c.On);
+    }
+}
+
+void frmTiming::historyStep(bool redo)
+{
+    CSpread &s = m_grid->Spread();
+    // An open cell editor gives its text to the cell first: the step taken back is then
+    // the edit that was under way.
+    if (s.EditMode())
+        s.setEditMode(false);
+    CGridHistory &history = m_grid->History();
+    if (redo)
+        history.Redo();
+    else
+        history.Undo();
+    spdTiming->setFocus();
 }
 
 void frmTiming::buildLayout()
@@ -435,6 +487,15 @@ void frmTiming::wireGrid()
     });
     spdTiming->installEventFilter(this);
     rtfEdit->installEventFilter(this);
+    CGridHistory &history = m_grid->History();
+    connect(&history, &CGridHistory::StateChanged, this, &frmTiming::updateHistoryControls);
+    // The editor shows the cell a step put the cursor back on.
+    connect(&history, &CGridHistory::Restored, this, [this](int col, int row) {
+        if (IsEditorColumn(col) && row >= 1)
+            refreshEditor(col, row);
+        else
+            setEditorText(QString(), false);
+    });
     // The grid's in-place editor is part of the grid: the same keys act there.
     connect(spdTiming, &CSpreadView::EditorOpened, this, [this](QWidget *editor) {
         editor->installEventFilter(this);
@@ -559,6 +620,14 @@ bool frmTiming::eventFilter(QObject *watched, QEvent *event)
     auto *keyEvent = static_cast<QKeyEvent *>(event);
     const CCaptureKey key = CCaptureKey::FromQt(keyEvent->key(), keyEvent->modifiers(), keyEvent->text());
     if (event->type() == QEvent::KeyPress) {
+        // The grid's undo keys come before every hot key; the editors keep their own.
+        if (const HistoryKey step = HistoryKeyOf(key); step != HistoryKey::None) {
+            if (watched != spdTiming)
+                return QWidget::eventFilter(watched, event);
+            if (!m_grid->Spread().EditMode())
+                historyStep(step == HistoryKey::Redo);
+            return true;
+        }
         if (formKey(key.KeyCode, key.Ctrl))
             return true;
         const bool grid = watched == spdTiming || watched->property("GridEditor").toBool();
@@ -598,8 +667,11 @@ void frmTiming::refreshEditor(int col, int row)
 void frmTiming::leaveCell(int col, int, int newCol, int newRow)
 {
     CSpread &s = m_grid->Spread();
-    if (newRow == s.MaxRows())
+    if (newRow == s.MaxRows()) {
+        // The spare row goes with the step before it: undoing that takes it back too.
+        const CGridAction action(*m_grid, "VELMAR_UNDO_219", CGridAction::FollowsPrevious);
         m_grid->AppendRow();
+    }
     if (IsEditorColumn(newCol) || (newCol == -1 && IsEditorColumn(col))) {
         rtfEdit->setEnabled(true);
         if (newCol != -1 && newRow != -1)
@@ -620,6 +692,7 @@ void frmTiming::editorChanged()
     const int row = s.ActiveRow();
     if (!IsEditorColumn(col) || row < 1)
         return;
+    const CGridAction action(*m_grid, "VELMAR_UNDO_202", CGridAction::Typing);
     QString text = plain;
     if (col == CTimingGrid::ColDialog) {
         text.replace(u'\n', QStringLiteral("\\N"));
@@ -646,6 +719,7 @@ void frmTiming::rowHeaderDoubleClicked(int row)
     }
     if (rows.isEmpty())
         rows << row;
+    const CGridAction action(*m_grid, "VELMAR_UNDO_213");
     for (int r : rows)
         m_grid->SetRowChanged(r, !m_grid->RowChanged(r));
 }
@@ -851,6 +925,11 @@ const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
     using namespace basLineOps;
     using namespace basTimeAdjust;
     static const std::vector<P> items = {
+        { P::Item, "mnuTimingUndo", "VELMAR_UNDO_102", nullptr, nullptr,
+            [](frmTiming &w) { w.historyStep(false); } },
+        { P::Item, "mnuTimingRedo", "VELMAR_UNDO_103", nullptr, nullptr,
+            [](frmTiming &w) { w.historyStep(true); } },
+        { P::Separator },
         { P::Item, "mnuTimingAjustTime", "MENU_TIMING_100", nullptr, &E::AjustTime,
             [](frmTiming &w) { AskTimeAdjust(*w.m_grid, AdjustShift); } },
         { P::Submenu, "mnuTimingScaleTime", nullptr, u"缩放时间轴", &E::AjustTime },
@@ -946,6 +1025,7 @@ void frmTiming::buildPopup()
             if (item.Type == PopupItem::List)
                 fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column);
         }
+        updateHistoryControls();
     });
 }
 

@@ -86,6 +86,9 @@ public:
     // Tool tips and captions that show hot keys, written again after a key changed; the
     // controls whose windows are still to come stay disabled with their own tips.
     void applyTips();
+    // Takes the grid's last step back (redo: does the next one again), as the Undo and
+    // Redo buttons, the popup's first entries and Ctrl+Z, Ctrl+Y, Ctrl+Shift+Z do.
+    void historyStep(bool redo);
 
     // The frame's player commands the form keys reach, and its file commands the Open
     // menu offers; unset ones do nothing.
@@ -162,6 +165,7 @@ private:
     void shiftTimes(double seconds);
     void detachDocument();
     void askReactOffset(bool end);
+    void updateHistoryControls();
 
     CTiming *m_doc = nullptr;
     std::unique_ptr<CTimingGrid> m_grid;

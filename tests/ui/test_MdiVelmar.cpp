@@ -255,7 +255,8 @@ TEST_F(Frame, NoEnabledControlIsDead)
         if (a->isEnabled() || a->isSeparator() || a->objectName().startsWith(u"mnuTiming"))
             continue;
         disabled << a->objectName();
-        if (a->objectName() != u"KaraOK") {
+        // Karaoke waits for a translation, undo and redo for a step.
+        if (a->objectName() != u"KaraOK" && a->objectName() != u"Undo" && a->objectName() != u"Redo") {
             EXPECT_EQ(a->toolTip(), PendingTip(QStringLiteral("frmTiming"), a->objectName()));
         }
     }
@@ -263,7 +264,8 @@ TEST_F(Frame, NoEnabledControlIsDead)
     EXPECT_EQ(disabled,
         QStringList({ QStringLiteral("EffectSpecial"), QStringLiteral("FileOpenFont"),
             QStringLiteral("FileOpenTranslate"), QStringLiteral("Font"), QStringLiteral("KaraOK"),
-            QStringLiteral("PicPreview"), QStringLiteral("SubInfomation") }));
+            QStringLiteral("PicPreview"), QStringLiteral("Redo"), QStringLiteral("SubInfomation"),
+            QStringLiteral("Undo") }));
 }
 
 TEST(ProjectWindow, RootNamedAfterTheWindowAndFilesUnderIt)

@@ -1,8 +1,10 @@
 // The timing window's wiring: keys reach the capture, the editor follows the cell, files
 // go in and out by name, the close question and the one-of-a-kind child windows.
 #include "core/CScriptedPrompt.h"
+#include "core/CUndoStack.h"
 #include "core/CVelmar.h"
 #include "core/basMain.h"
+#include "core/basMessage.h"
 #include "core/basText.h"
 #include "player/CFakeMediaControl.h"
 #include "player/CPlayer.h"
@@ -262,6 +264,73 @@ TEST_F(TimingWindowTest, ButtonsCarryTheirTipsAndTheKaraokeNeedsATranslation)
     EXPECT_EQ(form->timPreview->interval(), 100);
     form->Button(QStringLiteral("StepPause"))->trigger();
     EXPECT_TRUE(doc->StepPause);
+}
+
+TEST_F(TimingWindowTest, CtrlZAndCtrlYTakeGridStepsBackAndForthButNotInTheCellEditor)
+{
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    QAction *undo = form->Button(QStringLiteral("Undo"));
+    QAction *redo = form->Button(QStringLiteral("Redo"));
+    ASSERT_TRUE(undo && redo);
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_FALSE(redo->isEnabled());
+    // The keys come before every hot key: a start key "Z" still stamps, Ctrl+Z does not.
+    HotKeys->setHOTKEY_TimingStartTime('Z');
+    activate(CTimingGrid::ColStartTime, 1);
+    control.setPositionDirect(3.0);
+    QTest::keyClick(form->spdTiming, Qt::Key_Z);
+    const QString stamped = cell(CTimingGrid::ColStartTime, 1);
+    EXPECT_NE(stamped, QStringLiteral("0:00:00.00"));
+    EXPECT_TRUE(undo->isEnabled());
+    EXPECT_EQ(undo->toolTip(), Msg("VELMAR_UNDO_104").arg(Msg("VELMAR_UNDO_203")));
+    EXPECT_TRUE(doc->Changed());
+
+    QTest::keyClick(form->spdTiming, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), QStringLiteral("0:00:00.00"));
+    EXPECT_EQ(grid().ActiveCol(), CTimingGrid::ColStartTime);
+    EXPECT_FALSE(doc->Changed());
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_TRUE(redo->isEnabled());
+    QTest::keyClick(form->spdTiming, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), stamped);
+    EXPECT_TRUE(doc->Changed());
+    undo->trigger();
+    QTest::keyClick(form->spdTiming, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), stamped);
+
+    // Lines typed into the editor go back in one step, and the editor shows the cell.
+    activate(CTimingGrid::ColDialog, 2);
+    form->rtfEdit->setPlainText(QStringLiteral("新"));
+    form->rtfEdit->setPlainText(QStringLiteral("新的"));
+    form->rtfEdit->setPlainText(QStringLiteral("新的一句"));
+    undo->trigger();
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("第二句"));
+    EXPECT_EQ(form->rtfEdit->toPlainText(), QStringLiteral("第二句"));
+
+    // The popup opens with the two entries, enabled as the buttons are.
+    const QList<QAction *> entries = form->mnuPopup->actions();
+    ASSERT_GE(entries.size(), 3);
+    EXPECT_EQ(entries.at(0)->objectName(), QStringLiteral("mnuTimingUndo"));
+    EXPECT_EQ(entries.at(0)->text(), Msg("VELMAR_UNDO_102"));
+    EXPECT_EQ(entries.at(1)->objectName(), QStringLiteral("mnuTimingRedo"));
+    emit form->mnuPopup->aboutToShow();
+    EXPECT_EQ(entries.at(0)->isEnabled(), undo->isEnabled());
+    EXPECT_TRUE(entries.at(1)->isEnabled());
+    entries.at(1)->trigger();
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("新的一句"));
+
+    // In the open cell editor Ctrl+Z is the editor's: the grid keeps its steps.
+    const int steps = doc->UndoStack().Index();
+    activate(CTimingGrid::ColDialog, 3);
+    grid().setEditMode(true);
+    QWidget *editor = form->spdTiming->findChild<QLineEdit *>();
+    ASSERT_TRUE(editor);
+    control.setPositionDirect(9.0);
+    QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(doc->UndoStack().Index(), steps);
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("新的一句"));
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), stamped);
+    grid().setEditMode(false);
 }
 
 TEST_F(TimingWindowTest, TheFrameMakesTimingWindowsThatHearItsPlayers)
