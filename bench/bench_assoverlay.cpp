@@ -1,8 +1,8 @@
 #include "BenchData.h"
 
 #include "core/Class.h"
+#include "formats/CTiming.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
 #include "timing/CAssOverlay.h"
 #include "timing/CTimingGrid.h"
 #include "timing/basLineOps.h"

@@ -1,13 +1,13 @@
+#include "core/CGridAction.h"
+#include "core/CHotKeys.h"
+#include "core/IPlayerWindow.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
 #include "player/CFakeMediaControl.h"
 #include "player/CPlayer.h"
-#include "player/IPlayerWindow.h"
-#include "script/CTiming.h"
-#include "shell/CHotKeys.h"
-#include "timing/CGridAction.h"
+#include "player/ITimingPreviewHooks.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <benchmark/benchmark.h>
 

@@ -5,8 +5,8 @@
 
 #include "core/Class.h"
 #include "core/basText.h"
+#include "formats/CTiming.h"
 #include "formats/basTimingFile.h"
-#include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
 
 #include <QTemporaryDir>

@@ -3,10 +3,10 @@
 #include "core/Class.h"
 #include "core/basTime.h"
 #include "formats/CSRTContent.h"
+#include "formats/CTiming.h"
 #include "formats/CTimingFormats.h"
 #include "formats/basFormatConvert.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
+#include "core/CGridAction.h"
 #include "core/basTime.h"
 #include "pages/CPictureBox.h"
 #include "player/CPreview.h"
-#include "timing/CGridAction.h"
 #include "timing/CTimingCheck.h"
 #include "timing/CTimingGrid.h"
 

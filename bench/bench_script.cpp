@@ -1,5 +1,5 @@
 #include "BenchData.h"
-#include "script/CTiming.h"
+#include "formats/CTiming.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 #include "core/Class.h"
 #include "core/basMain.h"
+#include "formats/CTiming.h"
+#include "player/ITimingPreviewHooks.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 #include "timing/basLineOps.h"
 #include "timing/basTimeAdjust.h"
 

@@ -1,8 +1,8 @@
+#include "core/CGridAction.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
 #include "pages/CPictureBox.h"
 #include "player/CPreview.h"
-#include "script/CTiming.h"
-#include "timing/CGridAction.h"
 #include "timing/CGridHistory.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
@@ -43,7 +43,8 @@ struct UndoRig
             for (int row = 1; row <= kRows; ++row) {
                 g.SetText(CTimingGrid::ColStartTime, row, TimeToString(row * 2.0, 2));
                 g.SetText(CTimingGrid::ColEndTime, row, TimeToString(row * 2.0 + 1.5, 2));
-                g.SetText(CTimingGrid::ColDialog, row, QStringLiteral("第%1行的对白 a line of dialogue").arg(row));
+                g.SetText(
+                    CTimingGrid::ColDialog, row, QStringLiteral("第%1行的对白 a line of dialogue").arg(row));
                 grid.TellPreview(-1, row);
             }
             g.setReDraw(drawing);

@@ -3,12 +3,12 @@
 #include "core/CMessages.h"
 #include "core/Class.h"
 #include "core/basText.h"
+#include "formats/CTiming.h"
 #include "formats/basTimingFile.h"
 #include "script/CFont.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 #include "script/CSSAContentLine.h"
-#include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
 
 #include <QByteArray>

@@ -4,9 +4,10 @@
 #include "core/IPrompt.h"
 #include "core/basMain.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/CTiming.h"
 #include "formats/basFileTypes.h"
 #include "formats/basTimingFile.h"
-#include "script/CTiming.h"
+#include "shell/basStart.h"
 #include "timing/CTimingGrid.h"
 
 #include <QCoreApplication>

@@ -21,17 +21,6 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-int hexDigit(QChar c)
-{
-    if (c >= u'0' && c <= u'9')
-        return c.unicode() - u'0';
-    if (c >= u'a' && c <= u'f')
-        return c.unicode() - u'a' + 10;
-    if (c >= u'A' && c <= u'F')
-        return c.unicode() - u'A' + 10;
-    return -1;
-}
-
 // "&H..." or "&O..." after the sign-free start: the digits as a 16-bit value when they
 // fit in four (hex) places, otherwise as a 32-bit value, as Basic reads such literals.
 bool parseRadix(QStringView s, qsizetype &pos, double &out, bool requireAll)
@@ -46,7 +35,7 @@ bool parseRadix(QStringView s, qsizetype &pos, double &out, bool requireAll)
     quint64 value = 0;
     int digits = 0;
     while (i < s.size()) {
-        const int d = hexDigit(s[i]);
+        const int d = HexDigit(s[i]);
         if (d < 0 || d >= base)
             break;
         value = value * base + d;
@@ -342,6 +331,17 @@ QString Hex(qint64 value)
 {
     quint64 v = value < 0 ? quint64(quint32(qint32(value))) : quint64(value);
     return QString::number(v, 16).toUpper();
+}
+
+int HexDigit(QChar c)
+{
+    if (c >= u'0' && c <= u'9')
+        return c.unicode() - u'0';
+    if (c >= u'a' && c <= u'f')
+        return c.unicode() - u'a' + 10;
+    if (c >= u'A' && c <= u'F')
+        return c.unicode() - u'A' + 10;
+    return -1;
 }
 
 namespace {

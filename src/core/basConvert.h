@@ -64,6 +64,8 @@ QString CStr(qint64 value);
 QString Str(double value);
 // Upper-case hexadecimal; a negative value is written as its 32-bit two's complement.
 QString Hex(qint64 value);
+// The value of a hexadecimal digit of either case; -1 for any other character.
+int HexDigit(QChar c);
 // Number patterns made of "0" (digit), "#" (optional digit), "." and "," (grouping),
 // other characters copied: "0000", "0.00", "000.0000", "#,##0.0#". Rounds half away
 // from zero on the number's 15-digit decimal form.

@@ -2,7 +2,6 @@
 
 #include <QString>
 
-class CVelmar;
 class CHotKeys;
 class CMessages;
 class ICollection;
@@ -10,7 +9,6 @@ class QObject;
 
 // The state of a run, set once at start unless noted.
 extern QString VersionNo;
-extern CVelmar *Velmar;
 extern CHotKeys *HotKeys;
 extern CMessages *Messages;
 extern ICollection *MessageList;
@@ -21,9 +19,6 @@ extern bool AutoGetClipBoard;
 extern bool OnTop;
 extern bool AvoidOverlapTiming;
 
-// The first steps of a run, before any window: version, hot keys, catalogue, the root
-// with its collections. Each step is tried on its own; a failed step does not stop the
-// others. Calling it again starts afresh.
-void StartCore();
-// Loads the catalogue alone (the first use of a text before StartCore does this).
+// Loads the catalogue alone (the first use of a text before the start, StartCore of
+// shell/basStart, does this).
 void LoadMessages();

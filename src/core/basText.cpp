@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <iconv.h>
+#include <optional>
 
 namespace {
 
@@ -76,6 +77,49 @@ private:
     iconv_t m_cd;
 };
 
+// The iconv name of a Windows code page; 1252 for one not listed.
+const char *iconvName(int codePage)
+{
+    switch (codePage) {
+    case 936:
+        return "GBK";
+    case 950:
+        return "BIG5";
+    case 932:
+        return "SHIFT_JIS";
+    case 949:
+        return "CP949";
+    case 874:
+        return "CP874";
+    case 1250:
+        return "CP1250";
+    case 1251:
+        return "CP1251";
+    case 1253:
+        return "CP1253";
+    case 1254:
+        return "CP1254";
+    case 1255:
+        return "CP1255";
+    case 1256:
+        return "CP1256";
+    case 1257:
+        return "CP1257";
+    case 1258:
+        return "CP1258";
+    case 437:
+        return "CP437";
+    case 850:
+        return "CP850";
+    case 10000:
+        return "MACINTOSH";
+    case 65001:
+        return "UTF-8";
+    default:
+        return "CP1252";
+    }
+}
+
 QString fromUtf16Bytes(const char *data, qsizetype size)
 {
     QString text(size / 2, Qt::Uninitialized);
@@ -109,6 +153,20 @@ QString DecodeSystemCodePage(const QByteArray &bytes)
         return QString::fromLatin1(bytes);
     const QByteArray replacement("\xFD\xFF", 2);
     const QByteArray utf16 = gbk.convert(bytes.constData(), size_t(bytes.size()), 1, replacement);
+    return fromUtf16Bytes(utf16.constData(), utf16.size());
+}
+
+QString DecodeCodePage(const QByteArray &bytes, int codePage)
+{
+    if (bytes.isEmpty())
+        return {};
+    std::optional<Iconv> decoder(std::in_place, "UTF-16LE", iconvName(codePage));
+    if (!decoder->valid())
+        decoder.emplace("UTF-16LE", "CP1252");
+    if (!decoder->valid())
+        return QString::fromLatin1(bytes);
+    const QByteArray utf16
+        = decoder->convert(bytes.constData(), size_t(bytes.size()), 1, QByteArray("\xFD\xFF", 2));
     return fromUtf16Bytes(utf16.constData(), utf16.size());
 }
 

@@ -11,6 +11,9 @@
 // Bytes of the system code page to text: valid UTF-8 (with or without its mark) is
 // taken as UTF-8, anything else as GBK (code page 936).
 QString DecodeSystemCodePage(const QByteArray &bytes);
+// Bytes of a Windows code page (936, 950, 1252, 65001 ...) to text; a byte the code page
+// does not know becomes U+FFFD. A code page that is not known reads as 1252.
+QString DecodeCodePage(const QByteArray &bytes, int codePage);
 // Text to GBK bytes; a character GBK cannot hold is written as "?".
 QByteArray EncodeSystemCodePage(const QString &text);
 

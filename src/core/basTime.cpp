@@ -1,5 +1,6 @@
 #include "core/basTime.h"
 
+#include "core/KeyCode.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 
@@ -126,8 +127,9 @@ struct NamedKey
     const char16_t *name;
 };
 
-constexpr std::array<NamedKey, 5> kMovementKeys { { { 13, u"Enter" }, { 37, u"Left" }, { 39, u"Right" },
-    { 38, u"Up" }, { 40, u"Down" } } };
+// In the order a hot-key list offers them.
+constexpr std::array<NamedKey, 5> kMovementKeys { { { KeyCode::Enter, u"Enter" }, { KeyCode::Left, u"Left" },
+    { KeyCode::Up, u"Up" }, { KeyCode::Right, u"Right" }, { KeyCode::Down, u"Down" } } };
 
 } // namespace
 
@@ -136,41 +138,41 @@ int KeyCodeOfQtKey(int qtKey)
     if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9))
         return qtKey; // the same numbers in both tables
     if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F12)
-        return 112 + (qtKey - Qt::Key_F1);
+        return KeyCode::F1 + (qtKey - Qt::Key_F1);
     switch (qtKey) {
     case Qt::Key_Backspace:
-        return 8;
+        return KeyCode::Backspace;
     case Qt::Key_Tab:
-        return 9;
+        return KeyCode::Tab;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return 13;
+        return KeyCode::Enter;
     case Qt::Key_Escape:
-        return 27;
+        return KeyCode::Escape;
     case Qt::Key_Space:
-        return 32;
+        return KeyCode::Space;
     case Qt::Key_PageUp:
-        return 33;
+        return KeyCode::PageUp;
     case Qt::Key_PageDown:
-        return 34;
+        return KeyCode::PageDown;
     case Qt::Key_End:
-        return 35;
+        return KeyCode::End;
     case Qt::Key_Home:
-        return 36;
+        return KeyCode::Home;
     case Qt::Key_Left:
-        return 37;
+        return KeyCode::Left;
     case Qt::Key_Up:
-        return 38;
+        return KeyCode::Up;
     case Qt::Key_Right:
-        return 39;
+        return KeyCode::Right;
     case Qt::Key_Down:
-        return 40;
+        return KeyCode::Down;
     case Qt::Key_Insert:
-        return 45;
+        return KeyCode::Insert;
     case Qt::Key_Delete:
-        return 46;
+        return KeyCode::Delete;
     case Qt::Key_Period:
-        return 190; // never 46: that code is the Delete key
+        return KeyCode::Period; // never Delete's number
     default:
         return 0;
     }
@@ -178,19 +180,31 @@ int KeyCodeOfQtKey(int qtKey)
 
 QString KeyCodeToName(int code)
 {
-    if (code >= 112 && code <= 123)
-        return u'F' + QString::number(code - 111);
+    if (code >= KeyCode::F1 && code <= KeyCode::F12)
+        return u'F' + QString::number(code - KeyCode::F1 + 1);
     for (const NamedKey &k : kMovementKeys)
         if (k.code == code)
             return QString::fromUtf16(k.name);
-    if (code >= 65 && code <= 90)
+    if (code >= 'A' && code <= 'Z')
         return QString(QChar(code));
     return QStringLiteral("Undefined");
 }
 
+QList<int> NamedKeyCodes()
+{
+    QList<int> codes;
+    for (int code = KeyCode::F1; code <= KeyCode::F12; ++code)
+        codes << code;
+    for (const NamedKey &k : kMovementKeys)
+        codes << k.code;
+    for (int code = 'A'; code <= 'Z'; ++code)
+        codes << code;
+    return codes;
+}
+
 int KeyNameToCode(QStringView name)
 {
-    for (int code = 112; code <= 123; ++code)
+    for (int code = KeyCode::F1; code <= KeyCode::F12; ++code)
         if (name == KeyCodeToName(code))
             return code;
     for (const NamedKey &k : kMovementKeys)

@@ -24,6 +24,9 @@ QString ColourToHex(qint64 colour, std::optional<qint64> alpha = std::nullopt);
 // The names of the hot keys: "F1".."F12", "Enter", arrows, "A".."Z", else "Undefined".
 QString KeyCodeToName(int code);
 int KeyNameToCode(QStringView name);
+// The codes that have a name, in the order a hot-key list offers them: F1 to F12, Enter,
+// Left, Up, Right, Down, A to Z.
+QList<int> NamedKeyCodes();
 // The key code of a Qt key (Qt::Key) in the same numbering: F1 to F12 are 112 to 123,
 // letters and digits their characters, Enter 13, the arrows 37 to 40, Delete 46; the
 // "." key is 190, never 46. 0 for keys without a code.

@@ -1,12 +1,12 @@
 #include "effects/basEffectApply.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpreadCellKeeper.h"
 #include "core/IPrompt.h"
 #include "effects/CKaraokeRecording.h"
 #include "effects/basEffectFx.h"
 #include "effects/basEffectTag.h"
-#include "script/CTiming.h"
-#include "timing/CGridAction.h"
-#include "timing/CSpreadCellKeeper.h"
+#include "formats/CTiming.h"
 #include "timing/CTimingGrid.h"
 
 namespace basEffectApply {

@@ -1,10 +1,10 @@
 #include "effects/basEffectFx.h"
 
+#include "core/CSpread.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basTime.h"
 #include "effects/basEffectTag.h"
-#include "timing/CSpread.h"
 
 #include <cmath>
 #include <utility>

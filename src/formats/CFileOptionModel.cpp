@@ -4,11 +4,10 @@
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
+#include "formats/CTiming.h"
+#include "formats/ITranslateContent.h"
 #include "formats/basFileTypes.h"
-#include "script/CTiming.h"
-#include "shell/CRecentFile.h"
-#include "shell/basBackup.h"
-#include "translation/CTranslate.h"
+#include "formats/basTimingFile.h"
 
 #include <QFileInfo>
 
@@ -330,54 +329,22 @@ void CFileOptionModel::UpdateContentByClass()
     if (ParentWindowType == ::ParentWindowType::Timing && TimingDocument) {
         CTiming &doc = *TimingDocument;
         m_sample = Sample(doc.ScriptType(), doc.ScriptSubType());
-        const ::ScriptType oldType = doc.ScriptType();
-        const qint32 oldSubType = doc.ScriptSubType();
-        const qint32 oldOption = doc.TimingOption;
-        const qint32 oldFormat = doc.TimeFormat();
-        const bool oldChanged = doc.Changed();
-        doc.setScriptType(m_scriptType);
-        doc.setScriptSubType(m_scriptSubType);
-        doc.TimingOption = TimingOption;
-        doc.setTimeFormat(m_timeFormat);
-        FileContent = doc.Content();
+        FileContent = doc.ContentWith(m_scriptType, m_scriptSubType, TimingOption, m_timeFormat);
         PreviewIsRich = false;
-        doc.setScriptType(oldType);
-        doc.setScriptSubType(oldSubType);
-        doc.TimingOption = oldOption;
-        doc.setTimeFormat(oldFormat);
-        doc.setChanged(oldChanged);
         return;
     }
     if (ParentWindowType != ::ParentWindowType::Timing && TranslateDocument) {
-        CTranslate &doc = *TranslateDocument;
-        const ::ScriptType oldType = doc.ScriptType;
-        const qint32 oldChange = doc.ChangeOption;
-        const qint32 oldTranslate = doc.TranslateOption;
-        const bool oldChanged = doc.Changed();
-        doc.ScriptType = m_scriptType;
-        doc.ChangeOption = ChangeOption;
-        doc.TranslateOption = TranslateOption;
-        FileContent = doc.Content();
+        FileContent = TranslateDocument->ContentWith(m_scriptType, ChangeOption, TranslateOption);
         PreviewIsRich = m_scriptType == ScriptType::RichText;
-        doc.ScriptType = oldType;
-        doc.ChangeOption = oldChange;
-        doc.TranslateOption = oldTranslate;
-        doc.setChanged(oldChanged);
     }
 }
 
 bool CFileOptionModel::SaveFile(QString *error)
 {
-    if (BackupBeforeSave)
-        BackupFile(FileName);
-    const bool ansi = FileCode == ::FileCode::ANSI
-        || (m_scriptType == ScriptType::RichText && FileCode == ::FileCode::SystemDefault);
-    if (!WriteTextFile(FileName, FileContent, !ansi, error))
+    if (!basTimingFile::WriteFile(FileName, FileContent, m_scriptType, FileCode, BackupBeforeSave, error))
         return false;
     OperateError = false;
     Cancelled = false;
-    if (RecentFile)
-        RecentFile->InsertRecentFileList(FileName, m_scriptType);
     return true;
 }
 

@@ -10,7 +10,7 @@
 #include <QtGlobal>
 
 class CTiming;
-class CTranslate;
+class ITranslateContent;
 
 // The state and rules of the file-option dialog, without a widget: the type, sub-type,
 // code and open-mode groups, the option boxes and when they may be used, the sample of
@@ -44,7 +44,7 @@ public:
 
     ::ParentWindowType ParentWindowType = ::ParentWindowType::Timing;
     CTiming *TimingDocument = nullptr;
-    CTranslate *TranslateDocument = nullptr;
+    ITranslateContent *TranslateDocument = nullptr;
     // Whether the window lets the open mode be chosen (save only).
     bool OpenModeAllowed = true;
 
@@ -118,13 +118,13 @@ public:
     // Plain text under the space boxes (SpaceAsReturn wins over DelSpace).
     static QString ApplySpaceRules(const QString &text, bool spaceAsReturn, bool delSpace);
 
-    // The text the document would write under the chosen options, into FileContent;
-    // the document's own options and change flag are put back afterwards.
+    // The text the document would write under the chosen options, into FileContent; the
+    // document stays as it was.
     void UpdateContentByClass();
 
-    // Backs up the old file, writes FileContent in one piece (ANSI for FileCode 0 and for
-    // rich text at -2, Unicode otherwise), tells the recent-file list. Gives false with
-    // the fault text in `error` when the file could not be written.
+    // Writes FileContent as the chosen type and code (basTimingFile::WriteFile: the old
+    // file backed up first when BackupBeforeSave, the name into the recent files). Gives
+    // false with the fault text in `error` when the file could not be written.
     bool SaveFile(QString *error = nullptr);
     // Whether clicks and box changes rebuild the preview at once (the dialog's way). A
     // caller that sets several choices in a row turns it off and calls

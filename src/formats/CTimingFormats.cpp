@@ -1,8 +1,9 @@
 #include "formats/CTimingFormats.h"
 
+#include "core/CScopeExit.h"
 #include "core/Class.h"
+#include "formats/CTiming.h"
 #include "formats/basFormatConvert.h"
-#include "script/CTiming.h"
 
 using namespace basFormatConvert;
 
@@ -45,29 +46,6 @@ bool CTimingFormats::ReadBody(ScriptType scriptType, QStringView text)
     }
 }
 
-namespace {
-
-// Puts the document's type back however the read of the events ends.
-class ScriptTypeSwitch
-{
-public:
-    ScriptTypeSwitch(CTiming &timing, ScriptType during)
-        : m_timing(timing)
-        , m_type(timing.ScriptType())
-    {
-        m_timing.setScriptType(during);
-    }
-    ~ScriptTypeSwitch() { m_timing.setScriptType(m_type); }
-    ScriptTypeSwitch(const ScriptTypeSwitch &) = delete;
-    ScriptTypeSwitch &operator=(const ScriptTypeSwitch &) = delete;
-
-private:
-    CTiming &m_timing;
-    ScriptType m_type;
-};
-
-} // namespace
-
 bool CTimingFormats::FillEvents()
 {
     if (!m_timing)
@@ -92,8 +70,11 @@ bool CTimingFormats::FillEvents()
     default:
         return false;
     }
-    // The event text carries "Marked=" first fields: it reads as SSA.
-    ScriptTypeSwitch asSsa(*m_timing, ScriptType::SSA);
+    // The event text carries "Marked=" first fields: it reads as SSA, and the type comes
+    // back however the read ends.
+    const CScopeExit putBack(
+        [timing = m_timing, type = m_timing->ScriptType()] { timing->setScriptType(type); });
+    m_timing->setScriptType(ScriptType::SSA);
     m_timing->SSAContent->Read(events);
     return true;
 }

@@ -1,12 +1,13 @@
 #include "formats/basTimingFile.h"
 
 #include "core/IPrompt.h"
+#include "core/basBackup.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/CTiming.h"
+#include "formats/IRecentFileList.h"
 #include "formats/basFileTypes.h"
-#include "script/CTiming.h"
-#include "shell/CRecentFile.h"
-#include "timing/CTimingGrid.h"
+#include "script/ITimingGrid.h"
 
 namespace basTimingFile {
 
@@ -22,10 +23,8 @@ ScriptType OpenTypeFromExtension(const QString &fileName)
 // format was only read into its list: the grid's load makes its events first.
 static void loadGrid(CTiming &doc)
 {
-    auto *grid = dynamic_cast<CTimingGrid *>(doc.TimingTable);
-    if (!grid)
-        return;
-    grid->LoadGridFromContent(*doc.SSAContent, doc.Fonts.get());
+    if (doc.TimingTable)
+        doc.TimingTable->LoadGridFromContent(*doc.SSAContent, doc.Fonts.get());
 }
 
 // The text into the document (and its grid unless it is plain text), left unchanged.
@@ -88,6 +87,20 @@ OpenResult OpenWithOptions(
     takeText(doc, type, read.Text);
     recordOpened(doc, fileName, type);
     return OpenResult::Opened;
+}
+
+bool WriteFile(
+    const QString &fileName, const QString &text, ScriptType type, FileCode code, bool backup, QString *error)
+{
+    if (backup)
+        BackupFile(fileName);
+    const bool ansi
+        = code == FileCode::ANSI || (type == ScriptType::RichText && code == FileCode::SystemDefault);
+    if (!WriteTextFile(fileName, text, !ansi, error))
+        return false;
+    if (RecentFile)
+        RecentFile->InsertRecentFileList(fileName, type);
+    return true;
 }
 
 void PrepareSave(CFileOptionModel &model, CTiming &doc)

@@ -45,6 +45,13 @@ OpenResult OpenWithOptions(CTiming &doc, const QString &fileName, ScriptType typ
 // grid load, unchanged.
 void ReadIntoDocument(CTiming &doc, ScriptType type, const QString &text, bool unicode);
 
+// The write behind OK of a save: the old file copied to the backup folder first (when
+// `backup`), the text in one piece, ANSI for the ANSI code and for rich text at the
+// system default, Unicode otherwise, then the name into the recent-file list. False with
+// the fault text in `error` when the file could not be written.
+bool WriteFile(const QString &fileName, const QString &text, ScriptType type, FileCode code, bool backup,
+    QString *error = nullptr);
+
 // Prepares the file-option model for a save of the document, as the window hands it its
 // options: timing parent, save operation, the document's type, sub-type, options, time
 // format, code and name, then the preview of what would be written.

@@ -2,7 +2,7 @@
 
 #include "core/IPrompt.h"
 #include "core/basMessage.h"
-#include "script/CTiming.h"
+#include "formats/CTiming.h"
 #include "script/ITimingGrid.h"
 
 CPicPreviewModel::CPicPreviewModel()

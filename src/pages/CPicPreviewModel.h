@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/CSpread.h"
 #include "pages/CPicPreviewPages.h"
 #include "pages/CPictureBox.h"
-#include "timing/CSpread.h"
 
 #include <QString>
 

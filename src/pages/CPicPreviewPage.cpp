@@ -1,8 +1,8 @@
 #include "pages/CPicPreviewPage.h"
 
+#include "core/IPictureBox.h"
 #include "core/basConvert.h"
 #include "pages/CPicPreviewPages.h"
-#include "pages/IPictureBox.h"
 #include "pages/basBitmap.h"
 #include "pages/basPageCut.h"
 #include "pages/basPageLayout.h"

@@ -1,16 +1,16 @@
 #include "pages/CPicPreviewPages.h"
 
+#include "core/CSpread.h"
 #include "core/Class.h"
+#include "core/IPictureBox.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
-#include "pages/IPictureBox.h"
+#include "formats/CTiming.h"
 #include "pages/basPageCut.h"
 #include "script/CFont.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
-#include "timing/CSpread.h"
 
 #include <QFile>
 

@@ -1,5 +1,7 @@
 #include "pages/CPictureBox.h"
 
+#include "core/basColour.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStringList>
@@ -27,11 +29,6 @@ CPictureBox::CPictureBox(int widthPixels, int heightPixels)
     setFontSize(12);
     setAntialiased(false);
     SetPixelSize(widthPixels, heightPixels);
-}
-
-QColor CPictureBox::ToQColor(qint64 colour)
-{
-    return QColor(int(colour & 0xFF), int((colour >> 8) & 0xFF), int((colour >> 16) & 0xFF));
 }
 
 void CPictureBox::setFontName(const QString &name)
@@ -75,7 +72,7 @@ void CPictureBox::SetPixelSize(int width, int height)
 
 void CPictureBox::fill()
 {
-    m_image.fill(ToQColor(m_backColor));
+    m_image.fill(BgrToColor(m_backColor));
 }
 
 double CPictureBox::TextWidth(const QString &text) const
@@ -100,7 +97,7 @@ void CPictureBox::Print(const QString &text)
         QPainter painter(&m_image);
         painter.setRenderHint(QPainter::TextAntialiasing, m_antialiased);
         painter.setFont(m_font);
-        painter.setPen(ToQColor(m_foreColor));
+        painter.setPen(BgrToColor(m_foreColor));
         double y = m_currentY / TwipsPerPixel;
         for (const QString &line : splitLines(text)) {
             painter.drawText(QPointF(m_currentX / TwipsPerPixel, y + metrics.ascent()), line);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pages/IPictureBox.h"
+#include "core/IPictureBox.h"
 
 #include <QFont>
 #include <QImage>
@@ -54,9 +54,6 @@ public:
 
     bool Antialiased() const { return m_antialiased; }
     void setAntialiased(bool on);
-
-    // A colour with blue in the high byte as the raster's colour, and back.
-    static QColor ToQColor(qint64 colour);
 
 private:
     void fill();

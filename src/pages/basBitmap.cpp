@@ -1,7 +1,7 @@
 #include "pages/basBitmap.h"
 
+#include "core/IPictureBox.h"
 #include "core/basConvert.h"
-#include "pages/IPictureBox.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #include "pages/basPageLayout.h"
 
+#include "core/IPictureBox.h"
 #include "core/basConvert.h"
-#include "pages/IPictureBox.h"
 #include "script/CSSAContentLine.h"
 
 #include <QStringList>

@@ -1,11 +1,11 @@
 #include "player/CPlayers.h"
 
+#include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basSetting.h"
-#include "player/IPlayerWindow.h"
 
 using namespace basConvert;
 

@@ -1,13 +1,13 @@
 #include "player/CPreview.h"
 
+#include "core/CSpread.h"
+#include "core/CSpreadCellKeeper.h"
+#include "core/IPictureBox.h"
+#include "core/IPlayerWindow.h"
 #include "core/basConvert.h"
-#include "pages/IPictureBox.h"
 #include "player/CPlayer.h"
-#include "player/IPlayerWindow.h"
 #include "player/basPreview.h"
-#include "timing/CSpread.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CTimingGrid.h"
+#include "script/ITimingGrid.h"
 
 #include <cmath>
 #include <limits>
@@ -101,8 +101,8 @@ void CPreview::UpdateLineNumber()
         const CSpreadCellKeeper keep(*m_grid);
         const int rows = m_grid->MaxRows();
         for (int row = 1; row <= rows; ++row) {
-            const bool disabled = m_grid->GetCellMark(CTimingGrid::ColStartTime, row)
-                || m_grid->GetCellMark(CTimingGrid::ColEndTime, row);
+            const bool disabled = m_grid->GetCellMark(ITimingGrid::ColStartTime, row)
+                || m_grid->GetCellMark(ITimingGrid::ColEndTime, row);
             if (CPreviewLine *line = RowLine(row)) {
                 line->RealRowNumber = row;
                 line->m_bDisableCheckTiming = disabled;
@@ -172,7 +172,7 @@ qint32 CPreview::RowSerial(int row) const
 {
     if (!m_grid || row < 1 || row > m_grid->MaxRows())
         return 0;
-    const double value = basConvert::Val(m_grid->GetText(CTimingGrid::ColSerialNo, row));
+    const double value = basConvert::Val(m_grid->GetText(ITimingGrid::ColSerialNo, row));
     return value >= 1 && value <= std::numeric_limits<qint32>::max() ? qint32(value) : 0;
 }
 
@@ -181,7 +181,7 @@ CPreviewLine *CPreview::RowLine(int row) const
     if (!m_grid || row < 1 || row > m_grid->MaxRows())
         return nullptr;
     // The common case looks the cell's text up as it stands.
-    const QString text = m_grid->GetText(CTimingGrid::ColSerialNo, row);
+    const QString text = m_grid->GetText(ITimingGrid::ColSerialNo, row);
     if (IsPlainSerial(text))
         return m_lines.Find(text);
     const qint32 serial = RowSerial(row);

@@ -3,7 +3,7 @@
 #include "core/CKeyedList.h"
 #include "core/ICollection.h"
 #include "player/CPreviewLine.h"
-#include "timing/ITimingPreviewHooks.h"
+#include "player/ITimingPreviewHooks.h"
 
 #include <QString>
 #include <vector>

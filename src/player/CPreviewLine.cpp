@@ -1,7 +1,7 @@
 #include "player/CPreviewLine.h"
 
+#include "core/IPictureBox.h"
 #include "core/basConvert.h"
-#include "pages/IPictureBox.h"
 #include "player/CPreview.h"
 #include "script/CFont.h"
 

@@ -1,10 +1,10 @@
 #include "player/basPlayer.h"
 
+#include "core/CHotKeys.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
 #include "player/CPlayers.h"
-#include "shell/CHotKeys.h"
 
 #include <QStringList>
 

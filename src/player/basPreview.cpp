@@ -1,10 +1,10 @@
 #include "player/basPreview.h"
 
+#include "core/CSpread.h"
+#include "core/IPictureBox.h"
 #include "core/basTime.h"
-#include "pages/IPictureBox.h"
 #include "player/CPreview.h"
-#include "timing/CSpread.h"
-#include "timing/CTimingGrid.h"
+#include "script/ITimingGrid.h"
 
 namespace basPreview {
 
@@ -21,17 +21,17 @@ void UpdatePreviewCell(CPreview &preview, int column, int row)
     if (IPictureBox *picture = preview.Picture(); picture && line->Shown())
         line->ClearPreview(*picture);
     const auto readStart
-        = [&] { line->setStartTime(StringToTime(grid->GetText(CTimingGrid::ColStartTime, row))); };
-    const auto readEnd = [&] { line->setEndTime(StringToTime(grid->GetText(CTimingGrid::ColEndTime, row))); };
-    const auto readDialog = [&] { line->setDialog(grid->GetText(CTimingGrid::ColDialog, row)); };
+        = [&] { line->setStartTime(StringToTime(grid->GetText(ITimingGrid::ColStartTime, row))); };
+    const auto readEnd = [&] { line->setEndTime(StringToTime(grid->GetText(ITimingGrid::ColEndTime, row))); };
+    const auto readDialog = [&] { line->setDialog(grid->GetText(ITimingGrid::ColDialog, row)); };
     switch (column) {
-    case CTimingGrid::ColStartTime:
+    case ITimingGrid::ColStartTime:
         readStart();
         break;
-    case CTimingGrid::ColEndTime:
+    case ITimingGrid::ColEndTime:
         readEnd();
         break;
-    case CTimingGrid::ColDialog:
+    case ITimingGrid::ColDialog:
         readDialog();
         break;
     default:

@@ -13,7 +13,7 @@ void CFonts::Init()
 {
     ScriptType = ::ScriptType::ASS;
     m_fonts.Clear();
-    Create(QStringLiteral("Default"));
+    Create(basScript::Names().DefaultStyle);
 }
 
 CFont *CFonts::Create(const QString &StyleName)

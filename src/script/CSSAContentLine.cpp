@@ -13,16 +13,6 @@ using namespace basScript;
 
 namespace {
 
-const QString &defaultStyle()
-{
-    static const QString s = QStringLiteral("Default");
-    return s;
-}
-const QString &starDefault()
-{
-    static const QString s = QStringLiteral("*Default");
-    return s;
-}
 const QString &zeroText()
 {
     static const QString s = QStringLiteral("0");
@@ -91,9 +81,8 @@ void CSSAContentLine::Init(qint32 SerialNo)
     m_layer = 0;
     m_startTime = 0;
     m_endTime = 0;
-    m_style = defaultStyle();
-    static const QString ntp = QStringLiteral("NTP");
-    m_owner = ntp;
+    m_style = Names().DefaultStyle;
+    m_owner = Names().DefaultOwner;
     m_marginL = zeroText();
     m_marginR = zeroText();
     m_marginV = zeroText();
@@ -173,7 +162,7 @@ void CSSAContentLine::setEndTimeString(QStringView text)
 QString CSSAContentLine::Style() const
 {
     if (TrimView(m_style).isEmpty())
-        return starDefault();
+        return Names().StarDefault;
     return m_style;
 }
 
@@ -197,14 +186,14 @@ QString CSSAContentLine::checkedMargin(const QString &value)
 
 QString CSSAContentLine::Effect() const
 {
-    if (m_effectName == u"Karaoke")
+    if (m_effectName == Names().Karaoke)
         return m_effectName;
     using basConvert::CStr;
     const QChar sep = u';';
-    if (m_effectName == u"Scroll up" || m_effectName == u"Scroll down")
+    if (m_effectName == Names().ScrollUp || m_effectName == Names().ScrollDown)
         return m_effectName + sep + CStr(qint64(m_effectY1)) + sep + CStr(qint64(m_effectY2)) + sep
             + CStr(qint64(m_effectDelay)) + sep + CStr(qint64(m_effectFade));
-    if (m_effectName == u"Banner")
+    if (m_effectName == Names().Banner)
         return m_effectName + sep + CStr(qint64(m_effectDelay)) + sep + CStr(qint64(m_effectLeftToRight))
             + sep + CStr(qint64(m_effectFade));
     return QString();
@@ -225,12 +214,12 @@ void CSSAContentLine::setEffect(QStringView value)
             target = toInteger(parts[i]);
         } catch (const VelmarError &) { }
     };
-    if (m_effectName == u"Scroll up" || m_effectName == u"Scroll down") {
+    if (m_effectName == Names().ScrollUp || m_effectName == Names().ScrollDown) {
         field(1, m_effectY1);
         field(2, m_effectY2);
         field(3, m_effectDelay);
         field(4, m_effectFade);
-    } else if (m_effectName == u"Banner") {
+    } else if (m_effectName == Names().Banner) {
         field(1, m_effectDelay);
         field(2, m_effectLeftToRight);
         field(3, m_effectFade);
@@ -327,7 +316,7 @@ void CSSAContentLine::Parse(QStringView s)
         setStartTimeString(TrimView(part(1)));
         setEndTimeString(TrimView(part(2)));
         const QStringView style = TrimView(part(3));
-        m_style = style == u"Default" ? starDefault() : intern(style, styleCache);
+        m_style = style == Names().DefaultStyle ? Names().StarDefault : intern(style, styleCache);
         m_owner = intern(TrimView(part(4)), ownerCache);
         m_marginL = checkedMargin(intern(TrimView(part(5)), marginCache[0]));
         m_marginR = checkedMargin(intern(TrimView(part(6)), marginCache[1]));
@@ -376,7 +365,7 @@ void CSSAContentLine::AppendContent(QString &out) const
     }
     if (mask & ::SaveOption::OtherColumns) {
         if (TrimView(m_style).isEmpty())
-            out += starDefault();
+            out += Names().StarDefault;
         else
             out += m_style;
         out += u',';

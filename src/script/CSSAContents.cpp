@@ -1,7 +1,7 @@
 #include "script/CSSAContents.h"
 
 #include "core/Class.h"
-#include "player/IPlayerWindow.h"
+#include "core/IPlayerWindow.h"
 
 CSSAContent *CSSAContents::Create()
 {

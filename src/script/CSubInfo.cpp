@@ -6,9 +6,6 @@
 #include "core/basMessage.h"
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
-#include "player/CPlayer.h"
-#include "player/IPlayerWindow.h"
-#include "script/CTiming.h"
 #include "script/basScript.h"
 
 using namespace basConvert;
@@ -20,7 +17,7 @@ const QString crlf = QStringLiteral("\r\n");
 
 } // namespace
 
-void CSubInfo::Init(CTiming *parentTiming)
+void CSubInfo::Init(ISubInfoHost *parentTiming)
 {
     ParentTiming = parentTiming;
     SMIStyleType = QStringLiteral("text/css");
@@ -38,8 +35,7 @@ void CSubInfo::Init(CTiming *parentTiming)
     m_playResX = m_playResY = 0;
     m_wrapStyle = 0;
     Clear();
-    if (ParentTiming && ParentTiming->PlayerWindow())
-        UpdateAVISize();
+    UpdateAVISize();
 }
 
 void CSubInfo::Clear()
@@ -102,18 +98,11 @@ QString CSubInfo::SubCollisionsName() const
 
 void CSubInfo::UpdateAVISize()
 {
-    if (!ParentTiming)
+    const std::optional<QSize> picture = ParentTiming ? ParentTiming->VideoPictureSize() : std::nullopt;
+    if (!picture)
         return;
-    const IPlayerWindow *window = ParentTiming->PlayerWindow();
-    const CPlayer *player = window ? window->player() : nullptr;
-    if (!player)
-        return;
-    try {
-        m_playResX = player->ImageSourceWidth();
-    } catch (...) { }
-    try {
-        m_playResY = player->ImageSourceHeight();
-    } catch (...) { }
+    m_playResX = picture->width();
+    m_playResY = picture->height();
 }
 
 void CSubInfo::Read(QStringView text)

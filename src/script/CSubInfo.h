@@ -1,12 +1,11 @@
 #pragma once
 
 #include "core/isub.h"
+#include "script/ISubInfoHost.h"
 #include "script/ScriptType.h"
 
 #include <QString>
 #include <QStringView>
-
-class CTiming;
 
 // The head of a script: [Script Info] of SSA and ASS, the <HEAD> of SAMI, the tags of
 // LRC and the head text of SST. ScriptType chooses which head the text form is.
@@ -14,12 +13,13 @@ class CSubInfo : public isub
 {
 public:
     // Public fields.
-    CTiming *ParentTiming = nullptr;
+    // The document that owns the head, for its video (none alone).
+    ISubInfoHost *ParentTiming = nullptr;
     QString SMIStyleType;
     QString SMIComment;
     QString SSTHead;
 
-    void Init(CTiming *parentTiming = nullptr);
+    void Init(ISubInfoHost *parentTiming = nullptr);
 
     QString Title() const { return m_title; }
     void setTitle(const QString &value) { m_title = value; }

@@ -113,4 +113,12 @@ qsizetype AppendWithoutOverrideBlocks(QString &out, QStringView text)
     return w;
 }
 
+const ScriptNames &Names()
+{
+    static const ScriptNames names { QStringLiteral("Default"), QStringLiteral("*Default"),
+        QStringLiteral("NTP"), QStringLiteral("Karaoke"), QStringLiteral("Scroll up"),
+        QStringLiteral("Scroll down"), QStringLiteral("Banner") };
+    return names;
+}
+
 } // namespace basScript

@@ -44,4 +44,18 @@ void AppendTime2(QString &out, double seconds);
 // a "\" behind into a new block, which goes too. Returns the appended part's length.
 qsizetype AppendWithoutOverrideBlocks(QString &out, QStringView text);
 
+// The names scripts use by rule.
+struct ScriptNames
+{
+    QString DefaultStyle; // the style a style list starts with and a line falls back to
+    QString StarDefault; // how a line shows that style
+    QString DefaultOwner; // the speaker of a new line
+    // The effects a line writes out.
+    QString Karaoke;
+    QString ScrollUp;
+    QString ScrollDown;
+    QString Banner;
+};
+const ScriptNames &Names();
+
 } // namespace basScript

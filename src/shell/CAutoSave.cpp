@@ -1,5 +1,6 @@
 #include "shell/CAutoSave.h"
 
+#include "core/CScopeExit.h"
 #include "core/basPlatform.h"
 #include "core/basText.h"
 
@@ -10,45 +11,23 @@
 
 namespace {
 
-// Puts a document's type and option back however its text was read.
-class SwapBack
-{
-public:
-    SwapBack(IAutoSaveDocument &doc, bool timing)
-        : m_doc(doc)
-        , m_timing(timing)
-        , m_type(doc.ScriptType())
-        , m_option(doc.TimingOption())
-    { }
-    ~SwapBack()
-    {
-        m_doc.setScriptType(m_type);
-        if (m_timing)
-            m_doc.setTimingOption(m_option);
-    }
-    SwapBack(const SwapBack &) = delete;
-    SwapBack &operator=(const SwapBack &) = delete;
-
-private:
-    IAutoSaveDocument &m_doc;
-    bool m_timing;
-    ScriptType m_type;
-    qint32 m_option;
-};
-
 QString wholeText(IAutoSaveDocument &doc)
 {
     switch (doc.AutoSaveKind()) {
     case IAutoSaveDocument::Timing: {
-        // The whole ASS script, whatever format the document is kept in.
-        SwapBack back(doc, true);
+        // The whole ASS script, whatever format the document is kept in; the type and
+        // option come back however the read ends.
+        const CScopeExit putBack([&doc, type = doc.ScriptType(), option = doc.TimingOption()] {
+            doc.setScriptType(type);
+            doc.setTimingOption(option);
+        });
         doc.setScriptType(ScriptType::ASS);
         doc.setTimingOption(SaveOption::Whole);
         return doc.Content();
     }
     case IAutoSaveDocument::Translate: {
         // Rich text with its tables, the options as they stand.
-        SwapBack back(doc, false);
+        const CScopeExit putBack([&doc, type = doc.ScriptType()] { doc.setScriptType(type); });
         doc.setScriptType(ScriptType::RichText);
         return doc.Content();
     }

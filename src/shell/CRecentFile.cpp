@@ -7,8 +7,6 @@
 
 using namespace basConvert;
 
-CRecentFile *RecentFile = nullptr;
-
 namespace {
 const QString kSection = QStringLiteral("Recent");
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/IRecentFileList.h"
 #include "script/ScriptType.h"
 
 #include <QString>
@@ -19,7 +20,7 @@ struct RecentFileMenuEntry
 
 // The list of files last used, kept in the "Recent" section of the store and shown as a
 // menu model that any window renders.
-class CRecentFile
+class CRecentFile : public IRecentFileList
 {
 public:
     // The length comes from "Count" under "RecentFiles", 5 when not set. Reads every
@@ -35,7 +36,7 @@ public:
 
     // Puts the file first; a file already listed (compared upper-cased) moves up, any
     // other pushes the last entry out. Then updates the menu.
-    void InsertRecentFileList(const QString &name, ScriptType type);
+    void InsertRecentFileList(const QString &name, ScriptType type) override;
 
     // Rebuilds the menu model, tells the windows, and writes every slot to the store.
     void UpdateRecentFileMenu();
@@ -53,6 +54,3 @@ private:
     std::vector<ScriptType> m_types;
     std::vector<RecentFileMenuEntry> m_menu;
 };
-
-// The one list of the run, once the frame has made it.
-extern CRecentFile *RecentFile;

@@ -37,11 +37,7 @@ void CSettingDialogModel::Init(const CHotKeys &hotKeys, const AutoSaveSettings &
 QStringList CSettingDialogModel::HotKeyNames()
 {
     QStringList names { kUndefined };
-    for (int code = 112; code <= 123; ++code)
-        names << KeyCodeToName(code);
-    for (int code : { 13, 37, 38, 39, 40 })
-        names << KeyCodeToName(code);
-    for (int code = 65; code <= 90; ++code)
+    for (int code : NamedKeyCodes())
         names << KeyCodeToName(code);
     return names;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/CHotKeys.h"
+#include "core/CHotKeys.h"
 #include "shell/basSettings.h"
 
 #include <QString>

@@ -1,10 +1,10 @@
 #include "shell/basFrame.h"
 
+#include "core/CHotKeys.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
 #include "player/basPlayer.h"
-#include "shell/CHotKeys.h"
 
 #include <Qt>
 

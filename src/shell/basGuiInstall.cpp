@@ -1,7 +1,7 @@
 // The graphical side of the core's hooks. Kept apart from the hook table so that a
 // program that never installs them does not link the graphics library.
+#include "core/CSpread.h"
 #include "core/basGuiHooks.h"
-#include "timing/CSpread.h"
 
 #include <QCursor>
 #include <QGuiApplication>

@@ -1,14 +1,14 @@
 #include "shell/basRouting.h"
 
-#include "core/CVelmar.h"
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basPlatform.h"
 #include "core/basTime.h"
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 #include "shell/CRecentFile.h"
+#include "shell/CVelmar.h"
 
 DocumentWindowKind WindowKindOfType(ScriptType fileType)
 {

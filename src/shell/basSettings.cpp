@@ -1,11 +1,11 @@
 #include "shell/basSettings.h"
 
+#include "core/CHotKeys.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMain.h"
 #include "core/basSetting.h"
 #include "core/basTime.h"
-#include "shell/CHotKeys.h"
 
 #include <cmath>
 #include <limits>

@@ -1,11 +1,11 @@
 #include "timing/CAssOverlay.h"
 
+#include "core/CSpread.h"
 #include "core/VelmarError.h"
+#include "formats/CTiming.h"
 #include "script/CFonts.h"
 #include "script/CSSAContentLine.h"
 #include "script/CSubInfo.h"
-#include "script/CTiming.h"
-#include "timing/CSpread.h"
 #include "timing/CTimingGrid.h"
 
 #include <QTimer>

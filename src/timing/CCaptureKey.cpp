@@ -1,15 +1,13 @@
 #include "timing/CCaptureKey.h"
 
+#include "core/CHotKeys.h"
+#include "core/KeyCode.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
-#include "shell/CHotKeys.h"
 
 #include <QChar>
 
 namespace {
-
-// Key down code of the Delete key; as a key press character the same code is ".".
-constexpr int kDeleteCode = 46;
 
 // The comparison order of both tables, before the Delete/"." code and the refresh key.
 CaptureAction MatchWorkingKeys(const CHotKeys &keys, int code)
@@ -24,7 +22,7 @@ CaptureAction MatchWorkingKeys(const CHotKeys &keys, int code)
         return CaptureAction::ShiftForword;
     if (code == keys.HOTKEY_TimingBack())
         return CaptureAction::ShiftBack;
-    if (code == kDeleteCode)
+    if (code == KeyCode::Delete)
         return CaptureAction::ClearCells;
     if (code == keys.HOTKEY_Refresh())
         return CaptureAction::Refresh;

@@ -1,9 +1,9 @@
 #include "timing/CGridFind.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpread.h"
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
-#include "timing/CGridAction.h"
-#include "timing/CSpread.h"
 
 #include <algorithm>
 

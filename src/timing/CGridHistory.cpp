@@ -1,13 +1,13 @@
 #include "timing/CGridHistory.h"
 
+#include "core/CGridAction.h"
 #include "core/CUndoStack.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basSetting.h"
-#include "script/CTiming.h"
-#include "timing/CGridAction.h"
+#include "formats/CTiming.h"
+#include "player/ITimingPreviewHooks.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <QTimer>
 
@@ -270,9 +270,15 @@ void CGridHistory::Apply(Step &step, bool redo)
 {
     CSpread &grid = m_grid.Spread();
     ITimingPreviewHooks *preview = m_grid.PreviewHooks();
-    const CSpreadChanges::Hooks hooks { preview, CTimingGrid::ColSerialNo };
+    CSpreadChanges::Hooks hooks;
+    hooks.KeyColumn = CTimingGrid::ColSerialNo;
+    if (preview) {
+        hooks.Leaving = [preview](int row) { preview->DeletePreviewLine(row); };
+        hooks.Came = [preview](int row) { preview->CreatePreviewLine(row); };
+    }
     m_applying = true;
-    const CSpreadChanges::Touched touched = redo ? step.Changes->Redo(grid, hooks) : step.Changes->Undo(grid, hooks);
+    const CSpreadChanges::Touched touched
+        = redo ? step.Changes->Redo(grid, hooks) : step.Changes->Undo(grid, hooks);
     grid.RestoreActiveCell(redo ? step.AfterCol : step.BeforeCol, redo ? step.AfterRow : step.BeforeRow);
     if (preview) {
         if (touched.RowsMoved) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "timing/CSpreadChanges.h"
-#include "timing/ISpreadJournal.h"
+#include "core/CSpreadChanges.h"
+#include "core/ISpreadJournal.h"
 
 #include <QObject>
 #include <QPointer>

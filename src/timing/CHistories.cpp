@@ -1,6 +1,7 @@
 #include "timing/CHistories.h"
 
 #include "core/IPrompt.h"
+#include "core/KeyCode.h"
 #include "core/VelmarError.h"
 
 #include <algorithm>
@@ -111,20 +112,20 @@ bool CHistories::KeyDown(int keyCode, int shift)
     if (!m_editer)
         return false;
     try {
-        if (keyCode == 45)
+        if (keyCode == KeyCode::Insert)
             m_overtype = !m_overtype;
         m_after.Text.clear();
         const QString text = m_editer->Text();
         const qint32 start = m_editer->SelStart();
         if (m_editer->SelLength() == 0) {
-            if (m_overtype && keyCode != 13 && start < text.size())
+            if (m_overtype && keyCode != KeyCode::Enter && start < text.size())
                 m_after.Text = text.mid(start, 1);
-            if (keyCode == 8) {
+            if (keyCode == KeyCode::Backspace) {
                 if (start <= 0)
                     return true;
                 const bool pair = start >= 2 && text[start - 1] == u'\n' && text[start - 2] == u'\r';
                 m_after.Text = pair ? text.mid(start - 2, 2) : text.mid(start - 1, 1);
-            } else if (keyCode == 46) {
+            } else if (keyCode == KeyCode::Delete) {
                 if (start >= text.size())
                     return true;
                 const bool pair = start + 1 < text.size() && text[start] == u'\r' && text[start + 1] == u'\n';
@@ -134,11 +135,11 @@ bool CHistories::KeyDown(int keyCode, int shift)
             m_after.Text = m_editer->SelText();
         }
         const bool ctrl = (shift & 2) != 0;
-        if (ctrl && keyCode == 90) {
+        if (ctrl && keyCode == 'Z') {
             Back();
             return true;
         }
-        if (ctrl && keyCode == 89) {
+        if (ctrl && keyCode == 'Y') {
             Forword();
             return true;
         }

@@ -1,20 +1,21 @@
 #include "timing/CTimePointCapture.h"
 
+#include "core/CGridAction.h"
+#include "core/CHotKeys.h"
+#include "core/CSpreadCellKeeper.h"
+#include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
+#include "core/KeyCode.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
+#include "formats/CTimings.h"
 #include "player/CPlayer.h"
 #include "player/IMediaControl.h"
-#include "player/IPlayerWindow.h"
-#include "script/CTiming.h"
-#include "script/CTimings.h"
-#include "shell/CHotKeys.h"
-#include "timing/CGridAction.h"
 #include "timing/CSliderTimeModel.h"
-#include "timing/CSpreadCellKeeper.h"
 #include "timing/CTimingGrid.h"
 
 #include <algorithm>
@@ -25,8 +26,6 @@ namespace {
 constexpr int kStart = CTimingGrid::ColStartTime;
 constexpr int kEnd = CTimingGrid::ColEndTime;
 constexpr int kDialog = CTimingGrid::ColDialog;
-constexpr int kUpArrow = 38;
-constexpr int kDownArrow = 40;
 
 void Report(const char *key)
 {
@@ -124,7 +123,7 @@ CaptureKeyResult CTimePointCapture::KeyStroke(const CCaptureKey &key)
 void CTimePointCapture::KeyUp(const CCaptureKey &key)
 {
     m_keyDownCancelled = false;
-    if (m_doc.TraceAVI && (key.KeyCode == kUpArrow || key.KeyCode == kDownArrow))
+    if (m_doc.TraceAVI && (key.KeyCode == KeyCode::Up || key.KeyCode == KeyCode::Down))
         TraceToPlayer();
 }
 

@@ -1,10 +1,10 @@
 #include "timing/CTimingCheck.h"
 
+#include "core/CSpreadCellKeeper.h"
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
 #include "core/basText.h"
 #include "player/CPreview.h"
-#include "timing/CSpreadCellKeeper.h"
 #include "timing/CTimingGrid.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include <QString>
 #include <QStringList>

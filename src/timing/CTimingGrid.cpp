@@ -1,19 +1,19 @@
 #include "timing/CTimingGrid.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpreadCellKeeper.h"
+#include "core/CSpreadDrawingStop.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
+#include "player/ITimingPreviewHooks.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
 #include "script/basScript.h"
-#include "timing/CGridAction.h"
 #include "timing/CGridHistory.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CSpreadDrawingStop.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <QSet>
 #include <limits>
@@ -33,14 +33,14 @@ bool ShownAtStart(int col)
         || col == CTimingGrid::ColDialog;
 }
 
-const QString kDefault = QStringLiteral("Default");
-const QString kStarDefault = QStringLiteral("*Default");
-const QString kOwnerDefault = QStringLiteral("NTP");
-
 // The effect names of the six items of column 10, in item order; 4 and 5 are the two
 // directions of "Banner".
-const QString kEffectNames[6] = { QString(), QStringLiteral("Karaoke"), QStringLiteral("Scroll up"),
-    QStringLiteral("Scroll down"), QStringLiteral("Banner"), QStringLiteral("Banner") };
+const QString &effectName(qsizetype item)
+{
+    const basScript::ScriptNames &n = basScript::Names();
+    static const QString names[6] = { QString(), n.Karaoke, n.ScrollUp, n.ScrollDown, n.Banner, n.Banner };
+    return names[item];
+}
 
 // A whole number cell as a 16-bit integer: empty reads as 0, anything else that is no
 // number is a type mismatch, and a number out of range an overflow.
@@ -123,8 +123,8 @@ void CTimingGrid::SetupColumns()
     time.Default = QStringLiteral("0:00:00.00");
     setType(ColStartTime, time);
     setType(ColEndTime, time);
-    setType(ColStyle, CSpreadCellType::ListType({ QStringLiteral("Default") }));
-    setType(ColOwner, CSpreadCellType::ListType({ QStringLiteral("NTP") }));
+    setType(ColStyle, CSpreadCellType::ListType({ basScript::Names().DefaultStyle }));
+    setType(ColOwner, CSpreadCellType::ListType({ basScript::Names().DefaultOwner }));
     for (int col : { ColMarginL, ColMarginR, ColMarginV, ColEffectY1, ColEffectY2, ColEffectFade })
         setType(col, CSpreadCellType::IntegerType(-9999, 9999));
     setType(ColEffect, CSpreadCellType::ListType(EffectItems()));
@@ -393,8 +393,8 @@ void CTimingGrid::RestoreListCells(
     grid.setCol(col);
     const QStringList items = grid.CellType().ListItems;
     int fallbackIndex = int(items.indexOf(fallback));
-    if (fallbackIndex < 0 && fallback == kDefault)
-        fallbackIndex = int(items.indexOf(kStarDefault));
+    if (fallbackIndex < 0 && fallback == basScript::Names().DefaultStyle)
+        fallbackIndex = int(items.indexOf(basScript::Names().StarDefault));
     QStringList originals;
     if (fonts) {
         originals.reserve(items.size());
@@ -404,8 +404,8 @@ void CTimingGrid::RestoreListCells(
     const int rows = std::min<int>(grid.MaxRows(), int(kept.size()));
     for (int row = 1; row <= rows; ++row) {
         QString name = kept.at(row - 1);
-        if (fonts && name == kStarDefault)
-            name = kDefault;
+        if (fonts && name == basScript::Names().StarDefault)
+            name = basScript::Names().DefaultStyle;
         int choice = -1;
         for (int i = 0; i < items.size() && choice < 0; ++i) {
             if (items.at(i) == name || (fonts && !name.isEmpty() && originals.at(i) == name))
@@ -438,7 +438,7 @@ void CTimingGrid::RefreshStyleCells(const CFonts &fonts)
     const CSpreadDrawingStop stop(grid);
     const QStringList kept = ColumnTexts(ColStyle);
     RefreshStyleColumn(fonts);
-    RestoreListCells(ColStyle, kept, &fonts, kDefault);
+    RestoreListCells(ColStyle, kept, &fonts, basScript::Names().DefaultStyle);
 }
 
 void CTimingGrid::RefreshStyleCells()
@@ -455,7 +455,7 @@ void CTimingGrid::RefreshOwnerCells(const QStringList &names)
     const CSpreadDrawingStop stop(grid);
     const QStringList kept = ColumnTexts(ColOwner);
     RefreshOwnerColumn(names);
-    RestoreListCells(ColOwner, kept, nullptr, kOwnerDefault);
+    RestoreListCells(ColOwner, kept, nullptr, basScript::Names().DefaultOwner);
 }
 
 void CTimingGrid::LoadRow(
@@ -477,9 +477,9 @@ void CTimingGrid::LoadRow(
     grid.SetText(ColEndTime, row, line.EndTimeString());
 
     QString style = line.Style();
-    if (style == kStarDefault) {
-        line.setStyle(kDefault);
-        style = kDefault;
+    if (style == basScript::Names().StarDefault) {
+        line.setStyle(basScript::Names().DefaultStyle);
+        style = basScript::Names().DefaultStyle;
     }
     if (!grid.ChooseItem(ColStyle, row, style) && fonts) {
         for (int i = 0; i < styles.size(); ++i) {
@@ -501,12 +501,12 @@ void CTimingGrid::LoadRow(
     bool scroll = false;
     if (effect.isEmpty()) {
         item = 0;
-    } else if (effect == kEffectNames[1]) {
+    } else if (effect == effectName(1)) {
         item = 1;
-    } else if (effect == kEffectNames[2] || effect == kEffectNames[3]) {
-        item = effect == kEffectNames[2] ? 2 : 3;
+    } else if (effect == effectName(2) || effect == effectName(3)) {
+        item = effect == effectName(2) ? 2 : 3;
         scroll = true;
-    } else if (effect == kEffectNames[4]) {
+    } else if (effect == effectName(4)) {
         item = line.EffectLeftToRight() ? 5 : 4;
     }
     if (item >= 0) {
@@ -527,7 +527,8 @@ void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
     CSpread &grid = *m_spread;
     // A file read over the grid starts its history afresh; lines added behind the rows
     // are one step.
-    const CGridAction action(*this, "VELMAR_UNDO_217", OpenMode == 0 ? CGridAction::Reset : CGridAction::Step);
+    const CGridAction action(
+        *this, "VELMAR_UNDO_217", OpenMode == 0 ? CGridAction::Reset : CGridAction::Step);
     const CSpreadDrawingStop stop(grid);
     ResetGrid(OpenMode);
 
@@ -585,7 +586,7 @@ void CTimingGrid::StoreRow(int row, CSSAContentLine &line, const QStringList &ef
     line.setStartTimeString(grid.GetText(ColStartTime, row));
     line.setEndTimeString(grid.GetText(ColEndTime, row));
     const QString style = grid.GetText(ColStyle, row);
-    line.setStyle(style == kDefault ? kStarDefault : style);
+    line.setStyle(style == basScript::Names().DefaultStyle ? basScript::Names().StarDefault : style);
     line.setOwner(grid.GetText(ColOwner, row));
     line.setMarginL(CheckedNumberText(grid.GetText(ColMarginL, row)));
     line.setMarginR(CheckedNumberText(grid.GetText(ColMarginR, row)));
@@ -593,7 +594,7 @@ void CTimingGrid::StoreRow(int row, CSSAContentLine &line, const QStringList &ef
 
     const qsizetype item = effects.indexOf(grid.GetText(ColEffect, row));
     if (item >= 0 && item < 6) {
-        line.setEffectName(kEffectNames[item]);
+        line.setEffectName(effectName(item));
         if (item == 4)
             line.setEffectLeftToRight(0);
         else if (item == 5)

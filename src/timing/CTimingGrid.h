@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/CSpread.h"
 #include "script/ITimingGrid.h"
-#include "timing/CSpread.h"
 #include "timing/CTimingColumnView.h"
 
 #include <QStringList>
@@ -27,26 +27,6 @@ class ITimingPreviewHooks;
 class CTimingGrid : public ITimingGrid
 {
 public:
-    enum Column {
-        ColLineType = 1,
-        ColLayer = 2,
-        ColStartTime = 3,
-        ColEndTime = 4,
-        ColStyle = 5,
-        ColOwner = 6,
-        ColMarginL = 7,
-        ColMarginR = 8,
-        ColMarginV = 9,
-        ColEffect = 10,
-        ColEffectY1 = 11,
-        ColEffectY2 = 12,
-        ColEffectDelay = 13,
-        ColEffectFade = 14,
-        ColDialog = 15,
-        ColSerialNo = 16,
-    };
-    static constexpr int ColumnCount = 16;
-
     // Cell appearance of the line flags.
     static constexpr quint32 ChangedForeColor = 255;
     static constexpr quint32 UnchangedForeColor = CSpread::ColorButtonText;
@@ -125,7 +105,7 @@ public:
     // Model to grid, after a read: the grid is reset, the style and speaker lists are
     // rebuilt, and each line that is not blank fills the row before the spare rows.
     // Styles come from `fonts`, else from the list's document, else from SetDocument.
-    void LoadGridFromContent(CSSAContent &content, const CFonts *fonts = nullptr);
+    void LoadGridFromContent(CSSAContent &content, const CFonts *fonts = nullptr) override;
     // Grid to model: `content` is emptied and gets one line per row, spare rows included.
     // A fault (a number cell holding no number) shows TIMING_ERR_112 with its text and
     // stops; the lines made so far stay.

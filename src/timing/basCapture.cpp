@@ -2,7 +2,7 @@
 
 #include "core/basMain.h"
 #include "core/basTime.h"
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 
 bool SendClipboardTime(CTimings &timings, const QString &text)
 {

@@ -1,12 +1,12 @@
 #include "timing/basLineOps.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpreadCellKeeper.h"
+#include "core/CSpreadDrawingStop.h"
 #include "core/basConvert.h"
+#include "player/ITimingPreviewHooks.h"
 #include "script/basScript.h"
-#include "timing/CGridAction.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CSpreadDrawingStop.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <algorithm>
 
@@ -83,7 +83,9 @@ void InsertRows(CTimingGrid &form, int which)
 {
     CSpread &grid = form.Spread();
     const CGridAction action(form,
-        which == WholeRows ? "MENU_TIMING_200" : which == DialogCells ? "MENU_TIMING_202" : "MENU_TIMING_201");
+        which == WholeRows         ? "MENU_TIMING_200"
+            : which == DialogCells ? "MENU_TIMING_202"
+                                   : "MENU_TIMING_201");
     int first = 0;
     int last = 0;
     if (!ActionRows(grid, first, last))
@@ -121,7 +123,9 @@ void DeleteRows(CTimingGrid &form, int which)
 {
     CSpread &grid = form.Spread();
     const CGridAction action(form,
-        which == WholeRows ? "MENU_TIMING_300" : which == DialogCells ? "MENU_TIMING_302" : "MENU_TIMING_301");
+        which == WholeRows         ? "MENU_TIMING_300"
+            : which == DialogCells ? "MENU_TIMING_302"
+                                   : "MENU_TIMING_301");
     int first = 0;
     int last = 0;
     if (!ActionRows(grid, first, last))

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timing/CSpreadBlock.h"
+#include "core/CSpreadBlock.h"
 
 #include <QList>
 #include <QString>

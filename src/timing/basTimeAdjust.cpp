@@ -1,5 +1,8 @@
 #include "timing/basTimeAdjust.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpreadCellKeeper.h"
+#include "core/CSpreadDrawingStop.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basConvert.h"
@@ -7,10 +10,7 @@
 #include "core/basMessage.h"
 #include "core/basTime.h"
 #include "script/basScript.h"
-#include "timing/CGridAction.h"
 #include "timing/CSliderTimeModel.h"
-#include "timing/CSpreadCellKeeper.h"
-#include "timing/CSpreadDrawingStop.h"
 #include "timing/CTimingGrid.h"
 #include "timing/ITimeValueDialog.h"
 

@@ -1,9 +1,11 @@
 #include "translation/CTranslate.h"
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
+#include "core/CScopeExit.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
+#include "core/basColour.h"
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "translation/basRtf.h"
@@ -39,13 +41,7 @@ qint64 colourOf(const QTextCharFormat &f)
 {
     if (!f.hasProperty(QTextFormat::ForegroundBrush))
         return 0;
-    const QColor c = f.foreground().color();
-    return qint64(c.red()) | (qint64(c.green()) << 8) | (qint64(c.blue()) << 16);
-}
-
-QColor toQColor(qint64 colour)
-{
-    return QColor(int(colour & 0xFF), int((colour >> 8) & 0xFF), int((colour >> 16) & 0xFF));
+    return ColorToBgr(f.foreground().color());
 }
 
 std::optional<qint64> numberOf(const QString &text)
@@ -248,7 +244,7 @@ qsizetype CTranslate::WriteTables()
     QString last;
     auto write = [&](const QString &row, qint64 colour) {
         QTextCharFormat f;
-        f.setForeground(toQColor(colour));
+        f.setForeground(BgrToColor(colour));
         cursor.insertText(row, f);
         cursor.insertBlock(cursor.blockFormat(), f);
     };
@@ -311,6 +307,21 @@ QString CTranslate::Content()
             (v ? v->Description() : QString::fromLocal8Bit(e.what())) + QStringLiteral("\r\n") + Caption());
         return {};
     }
+}
+
+QString CTranslate::ContentWith(::ScriptType type, qint32 changeOption, qint32 translateOption)
+{
+    const CScopeExit putBack([this, oldType = ScriptType, oldChange = ChangeOption,
+                                 oldTranslate = TranslateOption, oldChanged = Changed()] {
+        ScriptType = oldType;
+        ChangeOption = oldChange;
+        TranslateOption = oldTranslate;
+        setChanged(oldChanged);
+    });
+    ScriptType = type;
+    ChangeOption = changeOption;
+    TranslateOption = translateOption;
+    return Content();
 }
 
 QString CTranslate::RichTextToTags(qsizetype start) const

@@ -3,6 +3,7 @@
 #include "core/FileCode.h"
 #include "core/isub.h"
 #include "formats/FileOptions.h"
+#include "formats/ITranslateContent.h"
 #include "script/ScriptType.h"
 
 #include <QString>
@@ -22,7 +23,7 @@ class QTextCursor;
 // the view and its selection stay undisturbed. It owns the rules that split a draft's
 // file text into the change table, the colour loop and the lines, and that turn rich
 // text into text with override tags.
-class CTranslate : public isub
+class CTranslate : public isub, public ITranslateContent
 {
 public:
     CTranslate();
@@ -58,6 +59,9 @@ public:
     // text with override tags by the options); assigning reads a draft in.
     QString Content() override;
     void setContent(const QString &text) override;
+    // ITranslateContent: Content under other options; the type, both option sets and the
+    // change flag come back however the writing ends.
+    QString ContentWith(::ScriptType type, qint32 changeOption, qint32 translateOption) override;
     // Empties the view's text.
     void Clear() override;
 

@@ -1,10 +1,13 @@
 #include "translation/basRtf.h"
 
+#include "core/basColour.h"
+#include "core/basConvert.h"
+#include "core/basText.h"
+
+#include <QSet>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
-
-#include <iconv.h>
 
 #include <algorithm>
 #include <cstring>
@@ -14,48 +17,6 @@
 namespace {
 
 // ---------------------------------------------------------------- code pages
-
-const char *iconvName(int codePage)
-{
-    switch (codePage) {
-    case 936:
-        return "GBK";
-    case 950:
-        return "BIG5";
-    case 932:
-        return "SHIFT_JIS";
-    case 949:
-        return "CP949";
-    case 874:
-        return "CP874";
-    case 1250:
-        return "CP1250";
-    case 1251:
-        return "CP1251";
-    case 1253:
-        return "CP1253";
-    case 1254:
-        return "CP1254";
-    case 1255:
-        return "CP1255";
-    case 1256:
-        return "CP1256";
-    case 1257:
-        return "CP1257";
-    case 1258:
-        return "CP1258";
-    case 437:
-        return "CP437";
-    case 850:
-        return "CP850";
-    case 10000:
-        return "MACINTOSH";
-    case 65001:
-        return "UTF-8";
-    default:
-        return "CP1252";
-    }
-}
 
 // The code page of a font character set.
 int charsetCodePage(int charset)
@@ -94,37 +55,6 @@ int charsetCodePage(int charset)
     default:
         return 0; // the document's own code page
     }
-}
-
-QString decodeBytes(const QByteArray &bytes, int codePage)
-{
-    if (bytes.isEmpty())
-        return {};
-    iconv_t cd = iconv_open("UTF-16LE", iconvName(codePage));
-    if (cd == reinterpret_cast<iconv_t>(-1))
-        cd = iconv_open("UTF-16LE", "CP1252");
-    if (cd == reinterpret_cast<iconv_t>(-1))
-        return QString::fromLatin1(bytes);
-    QString out;
-    QByteArray buffer(bytes.size() * 4 + 16, '\0');
-    char *in = const_cast<char *>(bytes.constData());
-    size_t inLeft = size_t(bytes.size());
-    while (inLeft > 0) {
-        char *outPtr = buffer.data();
-        size_t outLeft = size_t(buffer.size());
-        const size_t r = iconv(cd, &in, &inLeft, &outPtr, &outLeft);
-        out += QString::fromUtf16(
-            reinterpret_cast<const char16_t *>(buffer.constData()), (buffer.size() - qsizetype(outLeft)) / 2);
-        if (r == size_t(-1) && inLeft > 0) {
-            // A byte the code page does not know: keep a replacement and go on.
-            out += QChar(0xFFFD);
-            ++in;
-            --inLeft;
-            iconv(cd, nullptr, nullptr, nullptr, nullptr);
-        }
-    }
-    iconv_close(cd);
-    return out;
 }
 
 // ---------------------------------------------------------------- reader
@@ -275,7 +205,7 @@ private:
             int v = 0;
             int digits = 0;
             while (digits < 2 && m_pos < n) {
-                const int d = hexDigit(m_in[m_pos]);
+                const int d = basConvert::HexDigit(m_in[m_pos]);
                 if (d < 0)
                     break;
                 v = v * 16 + d;
@@ -322,17 +252,6 @@ private:
         }
     }
 
-    static int hexDigit(QChar c)
-    {
-        if (c >= u'0' && c <= u'9')
-            return c.unicode() - u'0';
-        if (c >= u'a' && c <= u'f')
-            return c.unicode() - u'a' + 10;
-        if (c >= u'A' && c <= u'F')
-            return c.unicode() - u'A' + 10;
-        return -1;
-    }
-
     void apply(const QString &w, bool hasParam, int v)
     {
         flushBytes();
@@ -367,19 +286,25 @@ private:
             s.dest = Dest::Text;
             return;
         }
-        static const char *const skipped[] = { "stylesheet", "info", "pict", "object", "header", "headerl",
-            "headerr", "headerf", "footer", "footerl", "footerr", "footerf", "footnote", "fldinst",
-            "listtable", "listoverridetable", "rsidtbl", "generator", "xmlnstbl", "themedata",
-            "colorschememapping", "latentstyles", "datastore", "revtbl", "filetbl", "pgdsctbl", "mmathPr",
-            "bkmkstart", "bkmkend", "shp", "shpinst", "nonshppict", "author", "operator", "title", "subject",
-            "keywords", "comment", "doccomm", "company", "annotation", "atnid", "atnauthor", "private",
-            "template", "listtext", "pntext", "pntxta", "pntxtb", "protusertbl", "userprops", "wgrffmtfilter",
-            "xmlopen", "background", "ftnsep", "ftnsepc", "aftnsep", "aftnsepc" };
-        for (const char *k : skipped)
-            if (w == QLatin1String(k)) {
-                s.dest = Dest::Skip;
-                return;
-            }
+        // Destinations whose text is not the draft's.
+        static const QSet<QString> skipped = [] {
+            QSet<QString> words;
+            for (const char *w :
+                { "stylesheet", "info", "pict", "object", "header", "headerl", "headerr", "headerf", "footer",
+                    "footerl", "footerr", "footerf", "footnote", "fldinst", "listtable", "listoverridetable",
+                    "rsidtbl", "generator", "xmlnstbl", "themedata", "colorschememapping", "latentstyles",
+                    "datastore", "revtbl", "filetbl", "pgdsctbl", "mmathPr", "bkmkstart", "bkmkend", "shp",
+                    "shpinst", "nonshppict", "author", "operator", "title", "subject", "keywords", "comment",
+                    "doccomm", "company", "annotation", "atnid", "atnauthor", "private", "template",
+                    "listtext", "pntext", "pntxta", "pntxtb", "protusertbl", "userprops", "wgrffmtfilter",
+                    "xmlopen", "background", "ftnsep", "ftnsepc", "aftnsep", "aftnsepc" })
+                words.insert(QString::fromLatin1(w));
+            return words;
+        }();
+        if (skipped.contains(w)) {
+            s.dest = Dest::Skip;
+            return;
+        }
         if (s.dest == Dest::Skip)
             return;
         if (w == u"u") {
@@ -555,10 +480,10 @@ private:
         m_bytes.clear();
         const Dest d = st().dest;
         if (d == Dest::Font || d == Dest::FontTable) {
-            m_fontName += decodeBytes(bytes, m_codePage);
+            m_fontName += DecodeCodePage(bytes, m_codePage);
             return;
         }
-        const QString text = decodeBytes(bytes, codePageOfFont());
+        const QString text = DecodeCodePage(bytes, codePageOfFont());
         for (QChar c : text)
             addChar(c);
     }
@@ -575,8 +500,7 @@ private:
         if (it != m_fontsByNo.end() && !m_fonts[size_t(it->second)].Name.isEmpty())
             f.setFontFamilies(QStringList { m_fonts[size_t(it->second)].Name });
         if (s.colour > 0 && size_t(s.colour) < m_colours.size() && m_colours[size_t(s.colour)] >= 0) {
-            const int c = m_colours[size_t(s.colour)];
-            f.setForeground(QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF));
+            f.setForeground(BgrToColor(m_colours[size_t(s.colour)]));
         }
         return f;
     }
@@ -674,8 +598,7 @@ int colourOf(const QTextCharFormat &f)
 {
     if (!f.hasProperty(QTextFormat::ForegroundBrush))
         return -1;
-    const QColor c = f.foreground().color();
-    return c.red() | (c.green() << 8) | (c.blue() << 16);
+    return int(ColorToBgr(f.foreground().color()));
 }
 
 QString familyOf(const QTextCharFormat &f, const QString &fallback)
@@ -749,11 +672,13 @@ QString DocumentToRtf(const QTextDocument &document)
         out += QStringLiteral("{\\f%1\\fnil\\fcharset134 ").arg(i) + escapeText(fonts[i])
             + QStringLiteral(";}");
     out += QStringLiteral("}\r\n{\\colortbl ;");
-    for (int c : colours)
+    for (int c : colours) {
+        const QColor colour = BgrToColor(c);
         out += QStringLiteral("\\red%1\\green%2\\blue%3;")
-                   .arg(c & 0xFF)
-                   .arg((c >> 8) & 0xFF)
-                   .arg((c >> 16) & 0xFF);
+                   .arg(colour.red())
+                   .arg(colour.green())
+                   .arg(colour.blue());
+    }
     out += QStringLiteral("}\r\n\\viewkind4\\pard\\plain\\f0\\fs%1 ")
                .arg(halfPointsOf(QTextCharFormat(), defaultSize));
 

@@ -1,5 +1,7 @@
 #include "ui/CQtPrompt.h"
 
+#include "core/basColour.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -133,12 +135,10 @@ QString CQtPrompt::SaveFileName(
 
 std::optional<qint64> CQtPrompt::ChooseColour(qint64 initial)
 {
-    // Stored colours have blue in the high byte.
-    const QColor start(int(initial & 0xFF), int((initial >> 8) & 0xFF), int((initial >> 16) & 0xFF));
-    const QColor c = QColorDialog::getColor(start, m_parent);
+    const QColor c = QColorDialog::getColor(BgrToColor(initial), m_parent);
     if (!c.isValid())
         return std::nullopt;
-    return qint64(c.red()) | (qint64(c.green()) << 8) | (qint64(c.blue()) << 16);
+    return ColorToBgr(c);
 }
 
 std::optional<PromptFont> CQtPrompt::ChooseFont(const PromptFont &initial)

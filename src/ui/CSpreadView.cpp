@@ -1,6 +1,6 @@
 #include "ui/CSpreadView.h"
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include <QComboBox>
 #include <QHeaderView>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "timing/CSpread.h"
-#include "timing/ISpreadViewport.h"
+#include "core/CSpread.h"
+#include "core/ISpreadViewport.h"
 
 #include <QPointer>
 #include <QStyledItemDelegate>

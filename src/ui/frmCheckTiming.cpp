@@ -1,6 +1,6 @@
 #include "ui/frmCheckTiming.h"
 
-#include "script/CTiming.h"
+#include "formats/CTiming.h"
 #include "timing/CTimingGrid.h"
 #include "ui/CSpreadView.h"
 #include "ui/frmTiming.h"

@@ -17,6 +17,8 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
+#include <span>
+
 namespace {
 
 QButtonGroup *RadioGroup(QWidget *owner, const char *name, const QStringList &captions, QLayout *into)
@@ -48,52 +50,72 @@ void SetGroup(QButtonGroup *group, int id, bool enabled)
         b->setEnabled(enabled);
 }
 
-} // namespace
-
-QCheckBox *frmFileOption::box(const char *name, const QString &text)
+// A check box of an option group: its object name, its caption, where the dialog keeps
+// it, and the bit of the group's value it stands for.
+struct OptionBox
 {
-    auto *c = new QCheckBox(text, this);
-    c->setObjectName(QString::fromLatin1(name));
-    connect(c, &QCheckBox::toggled, this, [this, c](bool on) {
-        if (m_refreshing)
-            return;
-        static const QList<std::pair<const char *, qint32>> timing = {
-            { "chkTitle", SaveOption::Head },
-            { "chkFont", SaveOption::Styles },
-            { "chkStart", SaveOption::StartTime },
-            { "chkEnd", SaveOption::EndTime },
-            { "chkDialog", SaveOption::Dialog },
-            { "chkDialogEffect", SaveOption::DialogTags },
-            { "chkOtherCol", SaveOption::OtherColumns },
-        };
-        static const QList<std::pair<const char *, qint32>> change = {
-            { "chkText", ChangeOption::Text },
-            { "chkColor", ChangeOption::Color },
-            { "chkFontName", ChangeOption::FontName },
-            { "chkFontSize", ChangeOption::FontSize },
-            { "chkThrough", ChangeOption::Through },
-            { "chkUnderline", ChangeOption::Underline },
-            { "chkBold", ChangeOption::Bold },
-            { "chkItaric", ChangeOption::Italic },
-            { "chkBlackWhite", ChangeOption::BlackWhite },
-        };
-        const QString name = c->objectName();
-        for (const auto &[n, bit] : timing)
-            if (name == QLatin1String(n))
-                Model.setTimingOptionBit(bit, on);
-        for (const auto &[n, bit] : change)
-            if (name == QLatin1String(n))
-                Model.setChangeOptionBit(bit, on);
-        if (name == QLatin1String("chkChangeTable"))
-            Model.setChangeTable(on);
-        if (name == QLatin1String("chkDelSpace"))
-            Model.DelSpace = on;
-        if (name == QLatin1String("chkSpaceAsReturn"))
-            Model.SpaceAsReturn = on;
-        changed();
-    });
-    return c;
-}
+    const char *Name;
+    const char16_t *Caption;
+    QCheckBox *frmFileOption::*Box;
+    qint32 Bit;
+};
+
+// The boxes of one option value of the model, with how a box sets its bit and when it
+// may be used. The wiring of the boxes and the refresh both read these tables.
+struct OptionGroup
+{
+    std::span<const OptionBox> Boxes;
+    QGroupBox *frmFileOption::*Frame;
+    qint32 CFileOptionModel::*Value;
+    void (*Set)(CFileOptionModel &model, qint32 bit, bool on);
+    bool (*Usable)(const CFileOptionModel::Enabled &on, qint32 bit);
+};
+
+using F = frmFileOption;
+
+const OptionBox timingBoxes[] = {
+    { "chkTitle", u"注释", &F::chkTitle, SaveOption::Head },
+    { "chkFont", u"字体", &F::chkFont, SaveOption::Styles },
+    { "chkStart", u"开始时间", &F::chkStart, SaveOption::StartTime },
+    { "chkEnd", u"结束时间", &F::chkEnd, SaveOption::EndTime },
+    { "chkDialog", u"对白", &F::chkDialog, SaveOption::Dialog },
+    { "chkDialogEffect", u"对白特效", &F::chkDialogEffect, SaveOption::DialogTags },
+    { "chkOtherCol", u"其他列", &F::chkOtherCol, SaveOption::OtherColumns },
+};
+
+const OptionBox changeBoxes[] = {
+    { "chkText", u"文字", &F::chkText, ChangeOption::Text },
+    { "chkColor", u"颜色", &F::chkColor, ChangeOption::Color },
+    { "chkFontName", u"字体名", &F::chkFontName, ChangeOption::FontName },
+    { "chkFontSize", u"字号", &F::chkFontSize, ChangeOption::FontSize },
+    { "chkThrough", u"删除线", &F::chkThrough, ChangeOption::Through },
+    { "chkUnderline", u"下划线", &F::chkUnderline, ChangeOption::Underline },
+    { "chkBold", u"粗体", &F::chkBold, ChangeOption::Bold },
+    { "chkItaric", u"斜体", &F::chkItaric, ChangeOption::Italic },
+    { "chkBlackWhite", u"黑白互换", &F::chkBlackWhite, ChangeOption::BlackWhite },
+};
+
+const OptionBox translateBoxes[] = {
+    { "chkChangeTable", u"转换表", &F::chkChangeTable, TranslateOption::ChangeTable },
+};
+
+const OptionGroup optionGroups[] = {
+    { timingBoxes, &F::fraTimingOption, &CFileOptionModel::TimingOption,
+        [](CFileOptionModel &m, qint32 bit, bool on) { m.setTimingOptionBit(bit, on); },
+        [](const CFileOptionModel::Enabled &on, qint32 bit) {
+            return bit == SaveOption::DialogTags ? on.DialogEffect : on.TimingOptions;
+        } },
+    { changeBoxes, &F::fraTranslateOption, &CFileOptionModel::ChangeOption,
+        [](CFileOptionModel &m, qint32 bit, bool on) { m.setChangeOptionBit(bit, on); },
+        [](const CFileOptionModel::Enabled &on, qint32 bit) {
+            return bit != ChangeOption::BlackWhite || on.BlackWhite;
+        } },
+    { translateBoxes, &F::fraTranslateOption, &CFileOptionModel::TranslateOption,
+        [](CFileOptionModel &m, qint32, bool on) { m.setChangeTable(on); },
+        [](const CFileOptionModel::Enabled &, qint32) { return true; } },
+};
+
+} // namespace
 
 frmFileOption::frmFileOption(QWidget *parent)
     : QDialog(parent)
@@ -126,44 +148,41 @@ frmFileOption::frmFileOption(QWidget *parent)
         = RadioGroup(this, "optOpenMode", { QStringLiteral("替换"), QStringLiteral("追加") }, modeLayout);
 
     fraTimingOption = new QGroupBox(QStringLiteral("时间轴选项"), this);
-    auto *timingLayout = new QGridLayout(fraTimingOption);
-    chkTitle = box("chkTitle", QStringLiteral("注释"));
-    chkFont = box("chkFont", QStringLiteral("字体"));
-    chkStart = box("chkStart", QStringLiteral("开始时间"));
-    chkEnd = box("chkEnd", QStringLiteral("结束时间"));
-    chkDialog = box("chkDialog", QStringLiteral("对白"));
-    chkDialogEffect = box("chkDialogEffect", QStringLiteral("对白特效"));
-    chkOtherCol = box("chkOtherCol", QStringLiteral("其他列"));
+    fraTranslateOption = new QGroupBox(QStringLiteral("翻译稿选项"), this);
+    for (const OptionGroup &group : optionGroups) {
+        auto *grid = qobject_cast<QGridLayout *>((this->*group.Frame)->layout());
+        if (!grid)
+            grid = new QGridLayout(this->*group.Frame);
+        for (const OptionBox &option : group.Boxes) {
+            auto *c = new QCheckBox(QString::fromUtf16(option.Caption), this);
+            c->setObjectName(QString::fromLatin1(option.Name));
+            this->*option.Box = c;
+            const int at = grid->count();
+            grid->addWidget(c, at / 2, at % 2);
+            connect(c, &QCheckBox::toggled, this, [this, &group, bit = option.Bit](bool on) {
+                if (m_refreshing)
+                    return;
+                group.Set(Model, bit, on);
+                changed();
+            });
+        }
+    }
     cmbTimeFormat = new QComboBox(this);
     cmbTimeFormat->setObjectName(QStringLiteral("cmbTimeFormat"));
     cmbTimeFormat->addItems(CFileOptionModel::TimeFormatItems());
-    int i = 0;
-    for (QCheckBox *c : { chkTitle, chkFont, chkStart, chkEnd, chkDialog, chkDialogEffect, chkOtherCol }) {
-        timingLayout->addWidget(c, i / 2, i % 2);
-        ++i;
-    }
-    timingLayout->addWidget(cmbTimeFormat, 4, 0, 1, 2);
-
-    fraTranslateOption = new QGroupBox(QStringLiteral("翻译稿选项"), this);
-    auto *translateLayout = new QGridLayout(fraTranslateOption);
-    chkText = box("chkText", QStringLiteral("文字"));
-    chkColor = box("chkColor", QStringLiteral("颜色"));
-    chkFontName = box("chkFontName", QStringLiteral("字体名"));
-    chkFontSize = box("chkFontSize", QStringLiteral("字号"));
-    chkThrough = box("chkThrough", QStringLiteral("删除线"));
-    chkUnderline = box("chkUnderline", QStringLiteral("下划线"));
-    chkBold = box("chkBold", QStringLiteral("粗体"));
-    chkItaric = box("chkItaric", QStringLiteral("斜体"));
-    chkBlackWhite = box("chkBlackWhite", QStringLiteral("黑白互换"));
-    chkChangeTable = box("chkChangeTable", QStringLiteral("转换表"));
-    i = 0;
-    for (QCheckBox *c : { chkText, chkColor, chkFontName, chkFontSize, chkThrough, chkUnderline, chkBold,
-             chkItaric, chkBlackWhite, chkChangeTable }) {
-        translateLayout->addWidget(c, i / 2, i % 2);
-        ++i;
-    }
-    chkDelSpace = box("chkDelSpace", QStringLiteral("删除空行"));
-    chkSpaceAsReturn = box("chkSpaceAsReturn", QStringLiteral("空行作为换行"));
+    qobject_cast<QGridLayout *>(fraTimingOption->layout())->addWidget(cmbTimeFormat, 4, 0, 1, 2);
+    chkDelSpace = new QCheckBox(QStringLiteral("删除空行"), this);
+    chkDelSpace->setObjectName(QStringLiteral("chkDelSpace"));
+    chkSpaceAsReturn = new QCheckBox(QStringLiteral("空行作为换行"), this);
+    chkSpaceAsReturn->setObjectName(QStringLiteral("chkSpaceAsReturn"));
+    for (auto [c, flag] : { std::pair(chkDelSpace, &CFileOptionModel::DelSpace),
+             std::pair(chkSpaceAsReturn, &CFileOptionModel::SpaceAsReturn) })
+        connect(c, &QCheckBox::toggled, this, [this, flag](bool on) {
+            if (m_refreshing)
+                return;
+            Model.*flag = on;
+            changed();
+        });
 
     txtFileName = new QLineEdit(this);
     txtFileName->setObjectName(QStringLiteral("txtFileName"));
@@ -276,36 +295,13 @@ void frmFileOption::Refresh()
     SetGroup(optFileSubType, Model.SubTypeButton(), on.FileSubType);
     SetGroup(optCodeType, CFileOptionModel::CodeTypeIndex(Model.FileCode), on.CodeType);
     SetGroup(optOpenMode, Model.OpenMode, on.OpenMode);
-    const QList<std::pair<QCheckBox *, qint32>> timingBoxes = {
-        { chkTitle, SaveOption::Head },
-        { chkFont, SaveOption::Styles },
-        { chkStart, SaveOption::StartTime },
-        { chkEnd, SaveOption::EndTime },
-        { chkDialog, SaveOption::Dialog },
-        { chkDialogEffect, SaveOption::DialogTags },
-        { chkOtherCol, SaveOption::OtherColumns },
-    };
-    for (const auto &[c, bit] : timingBoxes) {
-        c->setChecked((Model.TimingOption & bit) != 0);
-        c->setEnabled(on.TimingOptions);
-    }
-    chkDialogEffect->setEnabled(on.DialogEffect);
+    for (const OptionGroup &group : optionGroups)
+        for (const OptionBox &option : group.Boxes) {
+            QCheckBox *c = this->*option.Box;
+            c->setChecked((Model.*group.Value & option.Bit) != 0);
+            c->setEnabled(group.Usable(on, option.Bit));
+        }
     cmbTimeFormat->setCurrentIndex(Model.TimeFormat());
-    const QList<std::pair<QCheckBox *, qint32>> changeBoxes = {
-        { chkText, ChangeOption::Text },
-        { chkColor, ChangeOption::Color },
-        { chkFontName, ChangeOption::FontName },
-        { chkFontSize, ChangeOption::FontSize },
-        { chkThrough, ChangeOption::Through },
-        { chkUnderline, ChangeOption::Underline },
-        { chkBold, ChangeOption::Bold },
-        { chkItaric, ChangeOption::Italic },
-        { chkBlackWhite, ChangeOption::BlackWhite },
-    };
-    for (const auto &[c, bit] : changeBoxes)
-        c->setChecked((Model.ChangeOption & bit) != 0);
-    chkBlackWhite->setEnabled(on.BlackWhite);
-    chkChangeTable->setChecked((Model.TranslateOption & TranslateOption::ChangeTable) != 0);
     chkDelSpace->setChecked(Model.DelSpace);
     chkDelSpace->setEnabled(on.DelSpace);
     chkSpaceAsReturn->setChecked(Model.SpaceAsReturn);

@@ -63,7 +63,6 @@ public:
     QGroupBox *fraTranslateOption = nullptr;
 
 private:
-    QCheckBox *box(const char *name, const QString &text);
     void changed();
 
     bool m_refreshing = false;

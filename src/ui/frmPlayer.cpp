@@ -1,5 +1,6 @@
 #include "ui/frmPlayer.h"
 
+#include "core/CHotKeys.h"
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
 #include "core/basMain.h"
@@ -9,7 +10,6 @@
 #include "player/CPlayers.h"
 #include "player/IMediaControl.h"
 #include "player/basPlayer.h"
-#include "shell/CHotKeys.h"
 #include "shell/CRecentFile.h"
 #include "shell/basFrame.h"
 #include "shell/basRouting.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/IForm.h"
-#include "player/IPlayerWindow.h"
+#include "core/IPlayerWindow.h"
 
 #include <QSize>
 #include <QWidget>

@@ -1,26 +1,26 @@
 #include "ui/frmTiming.h"
 
-#include "core/CVelmar.h"
+#include "core/CGridAction.h"
+#include "core/CHotKeys.h"
+#include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
+#include "core/basBackup.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
+#include "formats/CTiming.h"
+#include "formats/CTimings.h"
 #include "formats/basTimingFile.h"
 #include "pages/CPictureBox.h"
 #include "player/CPlayer.h"
 #include "player/CPlayers.h"
 #include "player/CPreview.h"
-#include "player/IPlayerWindow.h"
 #include "script/CSSAContent.h"
 #include "script/CSSAContentLine.h"
-#include "script/CTiming.h"
-#include "script/CTimings.h"
-#include "shell/CHotKeys.h"
 #include "shell/CRecentFile.h"
-#include "shell/basBackup.h"
+#include "shell/CVelmar.h"
 #include "shell/basRouting.h"
 #include "timing/CCaptureKey.h"
-#include "timing/CGridAction.h"
 #include "timing/CGridHistory.h"
 #include "timing/CSliderTimeModel.h"
 #include "timing/CTimePointCapture.h"
@@ -258,8 +258,9 @@ void frmTiming::buildBars()
     connect(timPreview, &QTimer::timeout, this, &frmTiming::paintPreview);
 
     for (const BarButton &b : BarButtons()) {
-        QAction *a = (this->*b.Bar)->addAction(
-            b.TextKey ? Msg(QString::fromLatin1(b.TextKey)) : QString::fromUtf16(b.Text));
+        QAction *a
+            = (this->*b.Bar)
+                  ->addAction(b.TextKey ? Msg(QString::fromLatin1(b.TextKey)) : QString::fromUtf16(b.Text));
         a->setObjectName(QString::fromLatin1(b.Key));
         a->setCheckable(b.Type != BarButton::Push);
         if (!b.Run)

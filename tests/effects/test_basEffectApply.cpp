@@ -1,11 +1,11 @@
 #include "core/CScriptedPrompt.h"
+#include "core/CSpread.h"
 #include "core/Class.h"
 #include "effects/basEffectApply.h"
 #include "effects/basEffectFx.h"
-#include "script/CTiming.h"
-#include "timing/CSpread.h"
+#include "formats/CTiming.h"
+#include "player/ITimingPreviewHooks.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include "QtPrinters.h"
 

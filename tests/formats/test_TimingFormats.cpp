@@ -1,9 +1,9 @@
 #include "FormatTestSupport.h"
 
 #include "core/Class.h"
+#include "formats/CTiming.h"
 #include "formats/CTimingFormats.h"
 #include "formats/basFormatConvert.h"
-#include "script/CTiming.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "FormatTestSupport.h"
 
 #include "core/Class.h"
+#include "core/basBackup.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/CTiming.h"
 #include "formats/basTimingFile.h"
-#include "script/CTiming.h"
-#include "shell/basBackup.h"
 #include "timing/CTimingGrid.h"
 
 #include <QFile>
@@ -213,8 +213,11 @@ TEST_F(FileOption, PreviewUsesTheChosenOptionsAndPutsTheDocumentBack)
     EXPECT_FALSE(model.FileContent.contains("Style:"));
     EXPECT_TRUE(model.FileContent.contains("0:00:04.00"));
     EXPECT_FALSE(model.FileContent.contains("{\\i1}"));
+    model.setTimeFormat(3);
+    EXPECT_TRUE(model.FileContent.contains("\r\n00:04,00:06,"));
     EXPECT_EQ(doc->ScriptType(), ScriptType::SRT);
     EXPECT_EQ(doc->TimingOption, 255);
+    EXPECT_EQ(doc->TimeFormat(), 0);
     EXPECT_TRUE(doc->Changed());
 }
 

@@ -1,8 +1,8 @@
 #include "core/CScriptedPrompt.h"
 #include "core/Class.h"
 #include "core/basMessage.h"
+#include "formats/CTiming.h"
 #include "pages/CPicPreviewModel.h"
-#include "script/CTiming.h"
 #include "script/ITimingGrid.h"
 
 #include "PageTestSupport.h"
@@ -33,6 +33,7 @@ struct FakeGrid : ITimingGrid
             line->setDialog(r.text);
         }
     }
+    void LoadGridFromContent(CSSAContent &, const CFonts *) override { }
     void FillTextColumn(const QStringList &) override { }
     QString TextColumn() const override { return {}; }
 };

@@ -1,4 +1,5 @@
 #include "core/CScriptedPrompt.h"
+#include "core/CSpread.h"
 #include "core/Class.h"
 #include "core/basPlatform.h"
 #include "core/basTime.h"
@@ -7,7 +8,6 @@
 #include "pages/basPageCut.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
-#include "timing/CSpread.h"
 
 #include "PageTestSupport.h"
 

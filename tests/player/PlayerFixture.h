@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/CScriptedPrompt.h"
+#include "core/IPlayerWindow.h"
 #include "core/basSetting.h"
 #include "player/CFakeMediaControl.h"
-#include "player/IPlayerWindow.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 #include "PlayerFixture.h"
 
+#include "core/CHotKeys.h"
 #include "core/Class.h"
 #include "core/basTime.h"
 #include "player/CPlayers.h"
 #include "player/basPlayer.h"
-#include "shell/CHotKeys.h"
 
 namespace {
 

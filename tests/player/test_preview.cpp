@@ -1,10 +1,10 @@
 #include "PlayerFixture.h"
+#include "formats/CTiming.h"
 #include "pages/CPictureBox.h"
 #include "player/CPlayer.h"
 #include "player/CPreview.h"
 #include "player/basPreview.h"
 #include "script/CFont.h"
-#include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
 
 #include <QImage>

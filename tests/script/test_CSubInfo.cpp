@@ -1,13 +1,13 @@
 #include "ScriptFixture.h"
 
 #include "core/Class.h"
+#include "core/IPlayerWindow.h"
 #include "core/VelmarError.h"
 #include "core/basMain.h"
 #include "core/basPlatform.h"
+#include "formats/CTiming.h"
 #include "player/CPlayer.h"
-#include "player/IPlayerWindow.h"
 #include "script/CSubInfo.h"
-#include "script/CTiming.h"
 
 #include <QDateTime>
 

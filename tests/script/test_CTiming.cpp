@@ -4,7 +4,7 @@
 #include "core/basPlatform.h"
 #include "core/basSetting.h"
 #include "core/basText.h"
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 #include "script/ITimingGrid.h"
 
 #include <QDir>
@@ -27,6 +27,7 @@ public:
             line->setDialog(text);
         }
     }
+    void LoadGridFromContent(CSSAContent &, const CFonts *) override { }
     void FillTextColumn(const QStringList &lines) override { column = lines; }
     QString TextColumn() const override { return column.join(QStringLiteral("\r\n")); }
 

@@ -1,8 +1,8 @@
 #include "ShellFixture.h"
 
+#include "core/basBackup.h"
 #include "core/basText.h"
 #include "shell/CAutoSave.h"
-#include "shell/basBackup.h"
 
 #include <QFileInfo>
 #include <csignal>

@@ -1,12 +1,12 @@
 // The interface language in the settings dialog's rules, and English texts that the code
 // joins to values.
+#include "core/CHotKeys.h"
 #include "core/CScriptedPrompt.h"
 #include "core/basLanguage.h"
 #include "core/basMain.h"
 #include "core/basSetting.h"
 #include "core/basTime.h"
 #include "player/basPlayer.h"
-#include "shell/CHotKeys.h"
 #include "shell/CSettingDialogModel.h"
 #include "shell/basFrame.h"
 

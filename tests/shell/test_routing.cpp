@@ -1,11 +1,12 @@
 #include "ShellFixture.h"
+#include "shell/basStart.h"
 
-#include "core/CVelmar.h"
+#include "core/CHotKeys.h"
 #include "core/IForm.h"
 #include "core/basPlatform.h"
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 #include "shell/CDocumentRouter.h"
-#include "shell/CHotKeys.h"
+#include "shell/CVelmar.h"
 #include "shell/basFrame.h"
 #include "shell/basRouting.h"
 

@@ -1,7 +1,7 @@
 #include "ShellFixture.h"
 
+#include "core/CHotKeys.h"
 #include "core/basTime.h"
-#include "shell/CHotKeys.h"
 #include "shell/CSettingDialogModel.h"
 #include "shell/basSettings.h"
 

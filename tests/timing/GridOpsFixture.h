@@ -2,8 +2,8 @@
 
 #include "core/CScriptedPrompt.h"
 #include "core/isub.h"
+#include "player/ITimingPreviewHooks.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include <QAbstractItemModelTester>
 #include <gtest/gtest.h>

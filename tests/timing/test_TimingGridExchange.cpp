@@ -2,9 +2,9 @@
 
 #include "core/Class.h"
 #include "core/basText.h"
+#include "formats/CTiming.h"
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
 
 #include <QDir>
 

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "core/CHotKeys.h"
 #include "core/CScriptedPrompt.h"
+#include "core/IPlayerWindow.h"
 #include "core/basSetting.h"
+#include "formats/CTiming.h"
 #include "player/CFakeMediaControl.h"
 #include "player/CPlayer.h"
-#include "player/IPlayerWindow.h"
-#include "script/CTiming.h"
-#include "shell/CHotKeys.h"
+#include "player/ITimingPreviewHooks.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
-#include "timing/ITimingPreviewHooks.h"
 
 #include <QStringList>
 #include <QTemporaryDir>

@@ -2,7 +2,7 @@
 
 #include "core/Class.h"
 #include "core/basMessage.h"
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 #include "timing/CSliderTimeModel.h"
 
 #include <QObject>

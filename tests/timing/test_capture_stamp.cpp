@@ -3,7 +3,7 @@
 #include "core/Class.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 #include "timing/basCapture.h"
 
 #include <QObject>

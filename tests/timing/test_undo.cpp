@@ -1,14 +1,14 @@
 // Undo and redo in the timing grid: every kind of action is one step that goes back to the
 // exact grid it found and forward to the one it left, with the preview and the document's
 // changed state following.
+#include "core/CGridAction.h"
 #include "core/CScriptedPrompt.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basTime.h"
+#include "formats/CTiming.h"
 #include "player/CPreview.h"
 #include "script/CSSAContent.h"
-#include "script/CTiming.h"
-#include "timing/CGridAction.h"
 #include "timing/CGridFind.h"
 #include "timing/CGridHistory.h"
 #include "timing/CTimePointCapture.h"
@@ -16,9 +16,9 @@
 #include "timing/basLineOps.h"
 #include "timing/basTimeAdjust.h"
 
+#include "core/CUndoStack.h"
 #include <QCoreApplication>
 #include <QSet>
-#include "core/CUndoStack.h"
 #include <gtest/gtest.h>
 
 #include <array>
@@ -66,8 +66,8 @@ GridState Snapshot(CSpread &g)
         for (int c = 0; c <= g.MaxCols(); ++c) {
             g.setRow(r);
             g.setCol(c);
-            cells.push_back({ g.GetText(c, r), g.GetForeColor(c, r), g.GetBackColor(c, r), g.GetListChoice(c, r),
-                g.GetCellMark(c, r), c > 0 ? g.CellType() : CSpreadCellType() });
+            cells.push_back({ g.GetText(c, r), g.GetForeColor(c, r), g.GetBackColor(c, r),
+                g.GetListChoice(c, r), g.GetCellMark(c, r), c > 0 ? g.CellType() : CSpreadCellType() });
         }
         s.Rows.push_back(std::move(cells));
     }
@@ -190,17 +190,22 @@ TEST_F(UndoTest, EveryKindOfActionIsOneStepThatGoesBackAndForthExactly)
         { "dragged edge", nullptr, [&] { capture->SetRowTime(3, TG::ColEndTime, 9.5); } },
         { "committed edit", nullptr,
             [&] { g().setData(g().index(0, TG::ColDialog - 1), QStringLiteral("改过")); } },
-        { "insert rows", selected({ 2, -1, 3, -1 }), [&] { basLineOps::InsertRows(t, basLineOps::WholeRows); } },
-        { "insert time cells", at(TG::ColStartTime, 1), [&] { basLineOps::InsertRows(t, basLineOps::TimeCells); } },
+        { "insert rows", selected({ 2, -1, 3, -1 }),
+            [&] { basLineOps::InsertRows(t, basLineOps::WholeRows); } },
+        { "insert time cells", at(TG::ColStartTime, 1),
+            [&] { basLineOps::InsertRows(t, basLineOps::TimeCells); } },
         { "insert dialogue cells", at(TG::ColDialog, 2),
             [&] { basLineOps::InsertRows(t, basLineOps::DialogCells); } },
-        { "delete rows", selected({ 1, -1, 2, -1 }), [&] { basLineOps::DeleteRows(t, basLineOps::WholeRows); } },
-        { "delete time cells", at(TG::ColEndTime, 3), [&] { basLineOps::DeleteRows(t, basLineOps::TimeCells); } },
+        { "delete rows", selected({ 1, -1, 2, -1 }),
+            [&] { basLineOps::DeleteRows(t, basLineOps::WholeRows); } },
+        { "delete time cells", at(TG::ColEndTime, 3),
+            [&] { basLineOps::DeleteRows(t, basLineOps::TimeCells); } },
         { "delete dialogue cells", at(TG::ColDialog, 1),
             [&] { basLineOps::DeleteRows(t, basLineOps::DialogCells); } },
         { "clear", at(TG::ColDialog, 2), [&] { basLineOps::ClearCells(t); } },
         { "flag", at(TG::ColDialog, 2), [&] { basLineOps::SetQuestionFlag(t, true); } },
-        { "list choice", at(TG::ColDialog, 2), [&] { basLineOps::SetListChoice(t, QStringLiteral("注释"), 1); } },
+        { "list choice", at(TG::ColDialog, 2),
+            [&] { basLineOps::SetListChoice(t, QStringLiteral("注释"), 1); } },
         { "shift all", selected({ -1, -1, -1, -1 }), [&] { basTimeAdjust::ShiftTimes(t, 1.25); } },
         { "scale", nullptr, [&] { basTimeAdjust::ScaleTimes(t, 3); } },
         { "fill", selected({ 1, 4, 4, 4 }), [&] { basTimeAdjust::FillIncrement(t, 2); } },
@@ -211,16 +216,23 @@ TEST_F(UndoTest, EveryKindOfActionIsOneStepThatGoesBackAndForthExactly)
                 find.setTxtReplace(QStringLiteral("行"));
                 find.cmdReplaceAll();
             } },
-        { "speaker list", nullptr, [&] { t.RefreshOwnerCells({ QStringLiteral("甲"), QStringLiteral("NTP") }); } },
+        { "speaker list", nullptr,
+            [&] {
+                t.RefreshOwnerCells({ QStringLiteral("甲"), QStringLiteral("NTP") });
+            } },
         { "append a file", nullptr,
             [&] {
                 CSSAContent lines;
-                lines.Read(u"[Events]\r\nDialogue: 0,0:00:01.00,0:00:02.00,Default,,0000,0000,0000,,新的\r\n");
+                lines.Read(
+                    u"[Events]\r\nDialogue: 0,0:00:01.00,0:00:02.00,Default,,0000,0000,0000,,新的\r\n");
                 t.OpenMode = 1;
                 t.LoadGridFromContent(lines);
                 t.OpenMode = 0;
             } },
-        { "dialogue poured in", nullptr, [&] { t.FillTextColumn({ QStringLiteral("x"), QStringLiteral("y") }); } },
+        { "dialogue poured in", nullptr,
+            [&] {
+                t.FillTextColumn({ QStringLiteral("x"), QStringLiteral("y") });
+            } },
     };
     Fill(6);
     for (const auto &action : actions) {
@@ -503,7 +515,8 @@ TEST_F(UndoTest, RandomActionsUndoAndRedoToTheKeptStates)
             (pick(0, 1) ? basLineOps::SetChangedFlag : basLineOps::SetCheckDisabledFlag)(t, pick(0, 1));
             break;
         case 9:
-            basLineOps::SetListChoice(t, std::array { QStringLiteral("注释"), QStringLiteral("对白") }[size_t(pick(0, 1))], 1);
+            basLineOps::SetListChoice(
+                t, std::array { QStringLiteral("注释"), QStringLiteral("对白") }[size_t(pick(0, 1))], 1);
             break;
         case 10:
             basTimeAdjust::ShiftTimes(t, pick(-300, 300) / 100.0);
@@ -604,8 +617,8 @@ TEST_F(UndoTest, RandomActionsUndoAndRedoToTheKeptStates)
                 nextBegan.resize(size_t(index) + 1);
                 states[size_t(index)] = now;
             } else {
-                ASSERT_TRUE(now == states[size_t(index)])
-                    << "an action that made no step at " << step << ": " << Difference(now, states[size_t(index)]);
+                ASSERT_TRUE(now == states[size_t(index)]) << "an action that made no step at " << step << ": "
+                                                          << Difference(now, states[size_t(index)]);
             }
         }
 

@@ -3,8 +3,8 @@
 #include "core/Class.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
+#include "formats/CTiming.h"
 #include "formats/basTimingFile.h"
-#include "script/CTiming.h"
 #include "timing/CTimingGrid.h"
 
 #include <QCoreApplication>

@@ -1,5 +1,6 @@
 #include "core/CScriptedPrompt.h"
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
+#include "formats/CFileOptionModel.h"
 #include "translation/CTranslates.h"
 #include "translation/basRtf.h"
 
@@ -293,3 +294,25 @@ TEST(TranslatesTest, CreateNumbersAndCaptions)
 }
 
 } // namespace
+
+TEST_F(TranslateTest, FileOptionPreviewLeavesTheDraftAsItWas)
+{
+    Add(QStringLiteral("第一句"));
+    doc.setChanged(true);
+    CFileOptionModel model;
+    model.Init();
+    model.ParentWindowType = ParentWindowType::Translate;
+    model.TranslateDocument = &doc;
+    model.setOperation(FileOperation::Save);
+    model.ClickFileType(ScriptType::RichText);
+    EXPECT_TRUE(model.PreviewIsRich);
+    EXPECT_TRUE(model.FileContent.startsWith(QStringLiteral("{\\rtf1")));
+    model.setChangeOptionBit(ChangeOption::Bold, true);
+    model.ClickFileType(ScriptType::Plain);
+    EXPECT_FALSE(model.PreviewIsRich);
+    EXPECT_TRUE(model.FileContent.contains(QStringLiteral("第一句")));
+    EXPECT_EQ(doc.ScriptType, ScriptType::Plain);
+    EXPECT_EQ(doc.ChangeOption, ChangeOption::Text);
+    EXPECT_EQ(doc.TranslateOption, TranslateOption::ChangeTable);
+    EXPECT_TRUE(doc.Changed());
+}

@@ -1,11 +1,13 @@
 // The frame's own controls: captions and tips from the catalogue, the entries whose windows
 // are still to come, the Window menu, and no enabled control anywhere that does nothing.
 #include "core/CScriptedPrompt.h"
-#include "core/CVelmar.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
+#include "core/basSetting.h"
 #include "player/CFakeMediaControl.h"
 #include "player/CPlayers.h"
+#include "shell/CVelmar.h"
+#include "shell/basStart.h"
 #include "ui/MdiVelmar.h"
 #include "ui/basPendingWindows.h"
 #include "ui/frmPlayer.h"

@@ -1,7 +1,6 @@
 // Velmar as a desktop program: files named on the command line, the help and version
 // answers of the real program, and the English interface with its choice in the settings.
 #include "core/CScriptedPrompt.h"
-#include "core/CVelmar.h"
 #include "core/IForm.h"
 #include "core/basLanguage.h"
 #include "core/basMain.h"
@@ -9,7 +8,9 @@
 #include "core/basSetting.h"
 #include "player/CFakeMediaControl.h"
 #include "shell/CSettingDialogModel.h"
+#include "shell/CVelmar.h"
 #include "shell/basCommandLine.h"
+#include "shell/basStart.h"
 #include "ui/MdiVelmar.h"
 #include "ui/frmPlayer.h"
 #include "ui/frmSetting.h"

@@ -1,4 +1,4 @@
-#include "shell/CHotKeys.h"
+#include "core/CHotKeys.h"
 
 void CHotKeys::Init()
 {

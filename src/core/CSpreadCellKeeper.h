@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 // Notes the current cell and block corners of a grid and puts them back when it goes
 // out of scope, for operations that must leave the caller's current cell as it was.

@@ -1,9 +1,9 @@
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpreadChanges.h"
 #include "core/basConvert.h"
 #include "core/basGuiHooks.h"
-#include "timing/CGridAction.h"
-#include "timing/CSpreadChanges.h"
 
 #include <algorithm>
 
@@ -190,8 +190,8 @@ void CSpread::setMaxRows(int rows)
             beginRemoveRows(QModelIndex(), rows, old - 1);
         if (record)
             record->RowsResized(old,
-                std::vector<RowCells>(std::make_move_iterator(m_rows.begin() + rows),
-                    std::make_move_iterator(m_rows.end())));
+                std::vector<RowCells>(
+                    std::make_move_iterator(m_rows.begin() + rows), std::make_move_iterator(m_rows.end())));
         m_rows.resize(size_t(rows));
         if (m_reDraw)
             endRemoveRows();

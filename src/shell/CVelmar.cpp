@@ -1,13 +1,15 @@
-#include "core/CVelmar.h"
+#include "shell/CVelmar.h"
 
 #include "core/Class.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basMessage.h"
+#include "formats/CTimings.h"
 #include "player/CPlayers.h"
 #include "script/CSSAContents.h"
-#include "script/CTimings.h"
 #include "translation/CTranslates.h"
+
+CVelmar *Velmar = nullptr;
 
 CVelmar::CVelmar() = default;
 CVelmar::~CVelmar() = default;

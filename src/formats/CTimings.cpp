@@ -1,4 +1,4 @@
-#include "script/CTimings.h"
+#include "formats/CTimings.h"
 
 #include "core/Class.h"
 #include "core/basConvert.h"

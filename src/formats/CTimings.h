@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/CDocumentList.h"
-#include "script/CTiming.h"
+#include "formats/CTiming.h"
 
 #include <functional>
 

@@ -1,4 +1,4 @@
-#include "timing/CSpreadCellType.h"
+#include "core/CSpreadCellType.h"
 
 #include "core/basConvert.h"
 

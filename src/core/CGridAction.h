@@ -1,7 +1,8 @@
 #pragma once
 
+#include <concepts>
+
 class CSpread;
-class CTimingGrid;
 class ISpreadJournal;
 
 // One user action on a grid that keeps a history: everything the grid changes while the
@@ -32,7 +33,17 @@ public:
     };
 
     CGridAction(CSpread &grid, const char *captionKey, Kind kind = Step);
-    CGridAction(CTimingGrid &grid, const char *captionKey, Kind kind = Step);
+    // A window's or a document's grid: anything that hands out its CSpread.
+    template <typename Grid>
+    requires requires(Grid &g)
+    {
+        {
+            g.Spread()
+            } -> std::same_as<CSpread &>;
+    }
+    CGridAction(Grid &grid, const char *captionKey, Kind kind = Step)
+        : CGridAction(grid.Spread(), captionKey, kind)
+    { }
     ~CGridAction();
     CGridAction(const CGridAction &) = delete;
     CGridAction &operator=(const CGridAction &) = delete;

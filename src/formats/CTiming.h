@@ -6,6 +6,7 @@
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 #include "script/CSubInfo.h"
+#include "script/ISubInfoHost.h"
 #include "script/SaveOption.h"
 #include "script/ScriptType.h"
 
@@ -25,7 +26,7 @@ class QObject;
 // the styles and the event list (and one body per other file format), reads a whole
 // file into them and assembles a whole file from them. It knows its window only as an
 // object and its grid only through ITimingGrid.
-class CTiming : public isub
+class CTiming : public isub, public ISubInfoHost
 {
 public:
     CTiming();
@@ -80,12 +81,18 @@ public:
     void setTimeFormat(qint32 format);
     IPlayerWindow *PlayerWindow() const { return m_playerWindow; }
     void setPlayerWindow(IPlayerWindow *player) { m_playerWindow = player; }
+    // ISubInfoHost: the picture of the player of the linked window.
+    std::optional<QSize> VideoPictureSize() const override;
     // The grid that holds the lines while the window is open (none headless).
     void setTimingTable(ITimingGrid *grid);
 
     // Assembles the whole file of the present ScriptType. The grid, if any, is first
     // copied into the event list. A fault shows TIMING_ERR_115 and gives the text so far.
     QString Content() override;
+    // The whole file a type and options would give, the document left exactly as it was:
+    // its type, sub-type, TimingOption, time format and change flag come back however the
+    // assembly ends.
+    QString ContentWith(::ScriptType type, qint32 subType, qint32 timingOption, qint32 timeFormat);
     // Reads a whole file of the present ScriptType; clears Changed (except for plain
     // text). A fault shows TIMING_ERR_114; what was read so far stays.
     void setContent(const QString &text) override { Read(text); }

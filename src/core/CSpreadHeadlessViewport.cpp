@@ -1,6 +1,6 @@
-#include "timing/CSpreadHeadlessViewport.h"
+#include "core/CSpreadHeadlessViewport.h"
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "timing/CSpreadBlock.h"
-#include "timing/CSpreadCellType.h"
-#include "timing/CSpreadHeadlessViewport.h"
-#include "timing/ISpreadJournal.h"
+#include "core/CSpreadBlock.h"
+#include "core/CSpreadCellType.h"
+#include "core/CSpreadHeadlessViewport.h"
+#include "core/ISpreadJournal.h"
 
 #include <QAbstractTableModel>
 #include <QColor>

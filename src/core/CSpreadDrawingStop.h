@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 // Stops the drawing of a grid for a multi-cell operation and starts it again when the
 // operation ends, however it ends. An operation inside another one leaves drawing off

@@ -1,4 +1,4 @@
-#include "shell/basBackup.h"
+#include "core/basBackup.h"
 
 #include "core/basPlatform.h"
 #include "core/basText.h"

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
 
 #include <QtGlobal>
+#include <functional>
 #include <optional>
 #include <unordered_set>
 #include <vector>
-
-class ITimingPreviewHooks;
 
 // What one action changed in a grid, kept so that it can be taken back and done again.
 //
@@ -23,12 +22,13 @@ class ITimingPreviewHooks;
 class CSpreadChanges
 {
 public:
-    // Who hears rows come and go while changes are applied: a row's preview line goes
-    // before the row leaves and is made after a row came, and a row whose key cell (the
-    // serial number) changes is told both ways. Without a preview nobody is told.
+    // Who hears rows come and go while changes are applied (a preview that keeps a line
+    // per row): Leaving is called before a row goes and Came after a row came, and a row
+    // whose key cell (the serial number) changes is told both ways. Unset, nobody is told.
     struct Hooks
     {
-        ITimingPreviewHooks *Preview = nullptr;
+        std::function<void(int row)> Leaving;
+        std::function<void(int row)> Came;
         int KeyColumn = 0;
     };
     // What applying the changes touched.
@@ -124,7 +124,8 @@ private:
     Segment &Open();
     void AddRows(RowRecord &&record);
     Touched Apply(CSpread &grid, const Hooks &hooks, bool redo);
-    static void SwapCells(CSpread &grid, Segment &segment, const Hooks &hooks, Touched &touched, int bounds[4]);
+    static void SwapCells(
+        CSpread &grid, Segment &segment, const Hooks &hooks, Touched &touched, int bounds[4]);
     static void SwapColumns(CSpread &grid, Segment &segment, int bounds[4]);
     static void SwapRows(CSpread &grid, RowRecord &record, const Hooks &hooks, bool redo);
 

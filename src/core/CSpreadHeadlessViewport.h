@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timing/ISpreadViewport.h"
+#include "core/ISpreadViewport.h"
 
 class CSpread;
 

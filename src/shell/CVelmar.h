@@ -46,3 +46,6 @@ private:
     qint32 m_id = 0;
     bool m_idLocked = false;
 };
+
+// The root of the run, once StartCore has made it.
+extern CVelmar *Velmar;

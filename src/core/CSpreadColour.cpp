@@ -1,6 +1,8 @@
 // Cell colours as the view paints them; apart from the model so that a program without a
 // screen does not link the graphics library.
-#include "timing/CSpread.h"
+#include "core/CSpread.h"
+
+#include "core/basColour.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -55,5 +57,5 @@ QColor CSpread::ToQColor(quint32 color)
         const QPalette palette = qGuiApp ? QGuiApplication::palette() : QPalette();
         return palette.color(SystemColorRole(color & 0xFFu));
     }
-    return QColor(int(color & 0xFFu), int((color >> 8) & 0xFFu), int((color >> 16) & 0xFFu));
+    return BgrToColor(color);
 }

@@ -1,6 +1,4 @@
-#include "timing/CSpreadChanges.h"
-
-#include "timing/ITimingPreviewHooks.h"
+#include "core/CSpreadChanges.h"
 
 #include <algorithm>
 #include <climits>
@@ -36,8 +34,8 @@ void NoteFirstRow(CSpreadChanges::Touched &touched, int row)
 
 bool CSpreadChanges::SameCell(const CSpread::Cell &a, const CSpread::Cell &b)
 {
-    return a.Fore == b.Fore && a.Back == b.Back && a.Choice == b.Choice && a.Type == b.Type && a.Mark == b.Mark
-        && a.Text == b.Text;
+    return a.Fore == b.Fore && a.Back == b.Back && a.Choice == b.Choice && a.Type == b.Type
+        && a.Mark == b.Mark && a.Text == b.Text;
 }
 
 qint64 CSpreadChanges::RowBytes(const CSpread::RowCells &cells)
@@ -141,8 +139,8 @@ bool CSpreadChanges::IsEmpty() const
 
 bool CSpreadChanges::MovesRows() const
 {
-    return std::any_of(
-        m_segments.begin(), m_segments.end(), [](const Segment &segment) { return segment.Rows.has_value(); });
+    return std::any_of(m_segments.begin(), m_segments.end(),
+        [](const Segment &segment) { return segment.Rows.has_value(); });
 }
 
 bool CSpreadChanges::SingleCell(int &col, int &row) const
@@ -244,8 +242,8 @@ CSpreadChanges::Touched CSpreadChanges::Apply(CSpread &grid, const Hooks &hooks,
     const auto segment = [&](Segment &s) {
         if (s.Rows) {
             touched.RowsMoved = true;
-            NoteFirstRow(touched, s.Rows->Kind == RowKind::Resize ? std::min(s.Rows->Row, grid.MaxRows()) + 1
-                                                                  : s.Rows->Row);
+            NoteFirstRow(touched,
+                s.Rows->Kind == RowKind::Resize ? std::min(s.Rows->Row, grid.MaxRows()) + 1 : s.Rows->Row);
         }
         SwapColumns(grid, s, bounds);
         SwapCells(grid, s, hooks, touched, bounds);
@@ -295,16 +293,17 @@ void CSpreadChanges::SwapColumns(CSpread &grid, Segment &segment, int bounds[4])
     grid.ColumnsChanged();
 }
 
-void CSpreadChanges::SwapCells(CSpread &grid, Segment &segment, const Hooks &hooks, Touched &touched, int bounds[4])
+void CSpreadChanges::SwapCells(
+    CSpread &grid, Segment &segment, const Hooks &hooks, Touched &touched, int bounds[4])
 {
     // A row's preview line belongs to its serial number: the lines of the numbers that go
     // are deleted before any comes back, since a number may move from row to row.
     std::vector<int> keyRows;
-    if (hooks.Preview) {
+    if (hooks.Leaving && hooks.Came) {
         for (const CellRecord &record : segment.Cells) {
             const CSpread::Cell *cell = grid.CellAt(record.Col, record.Row);
             if (cell && record.Col == hooks.KeyColumn && cell->Text != record.Cell.Text) {
-                hooks.Preview->DeletePreviewLine(record.Row);
+                hooks.Leaving(record.Row);
                 keyRows.push_back(record.Row);
             }
         }
@@ -322,21 +321,20 @@ void CSpreadChanges::SwapCells(CSpread &grid, Segment &segment, const Hooks &hoo
             Widen(bounds, record.Col, record.Col, record.Row, record.Row);
     }
     for (int row : keyRows)
-        hooks.Preview->CreatePreviewLine(row);
+        hooks.Came(row);
 }
 
 void CSpreadChanges::SwapRows(CSpread &grid, RowRecord &record, const Hooks &hooks, bool redo)
 {
-    ITimingPreviewHooks *preview = hooks.Preview;
     const auto leaving = [&](int first, int last) {
-        if (preview)
+        if (hooks.Leaving)
             for (int row = first; row <= last; ++row)
-                preview->DeletePreviewLine(row);
+                hooks.Leaving(row);
     };
     const auto came = [&](int first, int last) {
-        if (preview)
+        if (hooks.Came)
             for (int row = first; row <= last; ++row)
-                preview->CreatePreviewLine(row);
+                hooks.Came(row);
     };
     if (record.Kind == RowKind::Resize) {
         const int now = grid.MaxRows();

@@ -1,10 +1,13 @@
-#include "script/CTiming.h"
+#include "formats/CTiming.h"
 
+#include "core/CScopeExit.h"
 #include "core/CUndoStack.h"
 #include "core/Class.h"
+#include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
 #include "core/VelmarError.h"
 #include "core/basMessage.h"
+#include "player/CPlayer.h"
 #include "player/CPreview.h"
 #include "script/ITimingGrid.h"
 #include "script/basScript.h"
@@ -75,6 +78,14 @@ void CTiming::setTimeFormat(qint32 format)
     SSAContent->setTimeFormat(format);
 }
 
+std::optional<QSize> CTiming::VideoPictureSize() const
+{
+    const CPlayer *player = m_playerWindow ? m_playerWindow->player() : nullptr;
+    if (!player)
+        return std::nullopt;
+    return QSize(player->ImageSourceWidth(), player->ImageSourceHeight());
+}
+
 void CTiming::setTimingTable(ITimingGrid *grid)
 {
     TimingTable = grid;
@@ -138,6 +149,23 @@ QString CTiming::Content()
         report("TIMING_ERR_115", nullptr);
     }
     return out;
+}
+
+QString CTiming::ContentWith(::ScriptType type, qint32 subType, qint32 timingOption, qint32 timeFormat)
+{
+    const CScopeExit putBack([this, oldType = m_scriptType, oldSubType = m_scriptSubType,
+                                 oldOption = TimingOption, oldFormat = m_timeFormat, oldChanged = Changed()] {
+        setScriptType(oldType);
+        setScriptSubType(oldSubType);
+        TimingOption = oldOption;
+        setTimeFormat(oldFormat);
+        setChanged(oldChanged);
+    });
+    setScriptType(type);
+    setScriptSubType(subType);
+    TimingOption = timingOption;
+    setTimeFormat(timeFormat);
+    return Content();
 }
 
 void CTiming::assembleBody(QString &out)

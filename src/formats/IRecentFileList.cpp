@@ -1,0 +1,3 @@
+#include "formats/IRecentFileList.h"
+
+IRecentFileList *RecentFile = nullptr;
