@@ -9,8 +9,10 @@
 #include "shell/basStart.h"
 #include "ui/CQtPrompt.h"
 #include "ui/MdiVelmar.h"
+#include "ui/frmNotePad.h"
 #include "ui/frmProject.h"
 #include "ui/frmTiming.h"
+#include "ui/frmTranslate.h"
 
 #include <QApplication>
 #include <QDirIterator>
@@ -82,6 +84,8 @@ int main(int argc, char *argv[])
         // The settings store is read here, in its order.
         frame.Init(Velmar);
         frmTiming::Register(frame);
+        frmTranslate::Register(frame);
+        frmNotePad::Register(frame);
 
         frmProject project(&frame);
         project.Init(&frame);

@@ -211,6 +211,15 @@ WholeFileRead DecodeWholeFile(const QByteArray &bytes, bool guessUnmarkedUnicode
     return result;
 }
 
+QString DecodeUtf16(const QByteArray &bytes)
+{
+    const bool marked = bytes.size() >= 2
+        && ((uchar(bytes[0]) == 0xFF && uchar(bytes[1]) == 0xFE)
+            || (uchar(bytes[0]) == 0xFE && uchar(bytes[1]) == 0xFF));
+    const qsizetype offset = marked ? 2 : 0;
+    return fromUtf16Bytes(bytes.constData() + offset, bytes.size() - offset);
+}
+
 WholeFileRead ReadWholeFile(const QString &path, bool guessUnmarkedUnicode)
 {
     QFile file(path);

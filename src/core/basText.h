@@ -31,6 +31,9 @@ struct WholeFileRead
 // not the windows'), a first byte below 128 followed by a zero byte also marks UTF-16.
 WholeFileRead DecodeWholeFile(const QByteArray &bytes, bool guessUnmarkedUnicode);
 WholeFileRead ReadWholeFile(const QString &path, bool guessUnmarkedUnicode);
+// Bytes taken as 16-bit text in file order (little endian); a leading FF FE or FE FF is
+// dropped.
+QString DecodeUtf16(const QByteArray &bytes);
 
 struct TextFileRead
 {

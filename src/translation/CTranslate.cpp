@@ -9,6 +9,7 @@
 #include "core/basConvert.h"
 #include "core/basMessage.h"
 #include "translation/basRtf.h"
+#include "translation/basTranslateWindow.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -17,6 +18,7 @@
 #include <QTextDocumentFragment>
 
 using namespace basConvert;
+using basTranslateWindow::ColourOfFormat;
 
 namespace {
 
@@ -33,15 +35,6 @@ QString fromDocumentText(QString text)
     text.replace(QChar::LineSeparator, u'\n');
     text.replace(u'\n', QStringLiteral("\r\n"));
     return text;
-}
-
-// A colour of the view as the system numbers it: blue in the high byte; black when the
-// text has none of its own.
-qint64 colourOf(const QTextCharFormat &f)
-{
-    if (!f.hasProperty(QTextFormat::ForegroundBrush))
-        return 0;
-    return ColorToBgr(f.foreground().color());
 }
 
 std::optional<qint64> numberOf(const QString &text)
@@ -68,7 +61,7 @@ struct Attributes
 Attributes attributesOf(const QTextCharFormat &f, const QFont &defaultFont)
 {
     Attributes a;
-    a.Colour = colourOf(f);
+    a.Colour = ColourOfFormat(f);
     const QStringList families = f.fontFamilies().toStringList();
     a.Name = !families.isEmpty() && !families.first().isEmpty() ? families.first() : defaultFont.family();
     a.Size = f.hasProperty(QTextFormat::FontPointSize) ? f.fontPointSize() : defaultFont.pointSizeF();
@@ -89,6 +82,7 @@ CTranslate::CTranslate()
 {
     m_changeTable->setMaxCols(2);
     m_colorTable->setMaxCols(1);
+    KaraOK.setDocument(m_view);
     ResetTables();
     ClipboardText = [] {
         auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
@@ -264,10 +258,7 @@ qsizetype CTranslate::WriteTables()
         if (Trim(text).isEmpty())
             continue;
         const qint64 rgb = colour.GetBackColor(1, row);
-        QString hex = Hex(rgb);
-        if (hex.size() < 6)
-            hex.prepend(QString(6 - hex.size(), u'0'));
-        last = QStringLiteral("//&H") + hex + u'=' + text;
+        last = QStringLiteral("//") + basTranslateWindow::ColourText(rgb) + u'=' + text;
         write(last, rgb);
     }
     // The walk starts behind the row last written: none, as the tables end in an empty

@@ -5,6 +5,7 @@
 #include "formats/FileOptions.h"
 #include "formats/ITranslateContent.h"
 #include "script/ScriptType.h"
+#include "translation/CKaraOKStrokes.h"
 
 #include <QString>
 #include <QTextDocument>
@@ -37,7 +38,11 @@ public:
     void setWindow(QObject *window) { m_window = window; }
     // The view the window shows; the document has its own until a window gives one.
     QTextDocument *Translate() const { return m_view; }
-    void setTranslate(QTextDocument *view) { m_view = view ? view : m_ownView.get(); }
+    void setTranslate(QTextDocument *view)
+    {
+        m_view = view ? view : m_ownView.get();
+        KaraOK.setDocument(m_view);
+    }
     // The hidden twin all conversions work on.
     QTextDocument &Shadow() { return m_shadow; }
 
@@ -48,6 +53,8 @@ public:
     ::FileCode FileCode = ::FileCode::SystemDefault;
     // Plain text or rich text.
     ::ScriptType ScriptType = ::ScriptType::Plain;
+    // Karaoke recording by strokes in the view; a timing window switches its mode.
+    CKaraOKStrokes KaraOK;
 
     // The window's caption: "翻译(n)".
     QString Caption() const;

@@ -94,6 +94,8 @@ CSpreadView::CSpreadView(QWidget *parent)
     horizontalHeader()->setStretchLastSection(false);
     connect(rows, &QHeaderView::sectionDoubleClicked, this,
         [this](int section) { emit RowHeaderDoubleClicked(section + 1); });
+    connect(rows, &QHeaderView::sectionClicked, this,
+        [this](int section) { emit RowHeaderClicked(section + 1); });
     connect(this, &QAbstractItemView::clicked, this,
         [this](const QModelIndex &i) { emit CellClicked(i.column() + 1, i.row() + 1); });
     connect(this, &QAbstractItemView::doubleClicked, this,

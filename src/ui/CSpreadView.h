@@ -67,6 +67,7 @@ public:
 signals:
     // Grid rows and columns (1-based).
     void RowHeaderDoubleClicked(int row);
+    void RowHeaderClicked(int row);
     void CellClicked(int col, int row);
     void CellDoubleClicked(int col, int row);
     void EditEnded(int col, int row);

@@ -18,6 +18,7 @@
 #include "shell/basWindowArrange.h"
 #include "timing/CSliderTimeModel.h"
 #include "ui/basPendingWindows.h"
+#include "ui/basWindowMenu.h"
 #include "ui/frmPlayer.h"
 #include "ui/frmSetting.h"
 #include "ui/frmSliderTime.h"
@@ -675,26 +676,9 @@ void MdiVelmar::AttachRecentFile(CRecentFile *list)
 
 void MdiVelmar::ShowRecentMenu(const std::vector<RecentFileMenuEntry> &entries)
 {
-    QAction *before = mnuFileRecent.last();
-    const QList<QAction *> all = mnuFile->actions();
-    const qsizetype at = all.indexOf(before);
-    QAction *next = at >= 0 && at + 1 < all.size() ? all[at + 1] : nullptr;
-    bool any = false;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (qsizetype(i) >= mnuFileRecent.size()) {
-            auto *entry = new QAction(mnuFile);
-            entry->setObjectName(QStringLiteral("mnuFileRecent"));
-            mnuFile->insertAction(next, entry);
-            connect(entry, &QAction::triggered, this, [this, entry] { OpenRecentFile(entry->text()); });
-            mnuFileRecent << entry;
-        }
-        QAction *entry = mnuFileRecent[qsizetype(i)];
-        entry->setText(entries[i].Caption);
-        entry->setVisible(entries[i].Visible);
-        any = any || entries[i].Visible;
-    }
-    for (qsizetype i = qsizetype(entries.size()); i < mnuFileRecent.size(); ++i)
-        mnuFileRecent[i]->setVisible(false);
+    const bool any = ShowRecentEntries(mnuFileRecent, entries, [this](QAction *entry) {
+        connect(entry, &QAction::triggered, this, [this, entry] { OpenRecentFile(entry->text()); });
+    });
     m_recentSeparator->setVisible(any);
     m_recentEntries = entries;
     emit RecentFilesChanged();

@@ -18,9 +18,6 @@ const PendingControl PendingControls[] = {
     { "frmTiming", "PicPreview",
         u"SST文件输出：打开图片预览窗口，把时间轴分页输出为位图和SST文件（此窗口尚未完成）" },
     { "frmTiming", "FileOpenFont", u"打开样式文件到字体窗口（此窗口尚未完成）" },
-    { "frmTiming", "FileOpenTranslate", u"打开翻译稿到翻译窗口（此窗口尚未完成）" },
-    { "MdiVelmar", "mnuFileNewTranslate", u"新建翻译稿的翻译窗口（此窗口尚未完成）" },
-    { "MdiVelmar", "mnuFileOpenTranslate", u"打开翻译稿到翻译窗口（此窗口尚未完成）" },
 };
 
 } // namespace

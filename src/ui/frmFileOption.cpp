@@ -282,7 +282,8 @@ void frmFileOption::Refresh()
     m_refreshing = true;
     const CFileOptionModel::Enabled &on = Model.EnabledState();
     setWindowTitle(Model.Caption());
-    const bool timing = Model.ParentWindowType != ParentWindowType::Translate;
+    // A draft made into a timing document is converted by the draft's options.
+    const bool timing = Model.ParentWindowType == ParentWindowType::Timing;
     fraTimingOption->setVisible(timing);
     fraTranslateOption->setVisible(!timing);
     // Each window offers the kinds it opens and saves.

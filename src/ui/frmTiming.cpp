@@ -32,6 +32,7 @@
 #include "ui/CSpreadView.h"
 #include "ui/MdiVelmar.h"
 #include "ui/basPendingWindows.h"
+#include "ui/basWindowLists.h"
 #include "ui/frmCheckTiming.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
@@ -62,35 +63,21 @@ bool IsEditorColumn(int col)
         || col == CTimingGrid::ColDialog;
 }
 
-QString TagOf(QObject *form)
+// The draft shown by a translation window.
+CTranslate *DraftOfWindow(QObject *window)
 {
-    if (auto *player = dynamic_cast<IPlayerWindow *>(form))
-        return player->Tag();
-    return form ? form->property("Tag").toString() : QString();
+    if (!window || !Velmar || !Velmar->Translates())
+        return nullptr;
+    for (CTranslate *translate : *Velmar->Translates())
+        if (translate->Window() == window)
+            return translate;
+    return nullptr;
 }
 
-QString NameOf(QObject *form)
+void TellDraftKaraOK(QObject *window, bool on)
 {
-    if (auto *player = dynamic_cast<IPlayerWindow *>(form))
-        return player->Caption();
-    return form ? form->property("windowTitle").toString() : QString();
-}
-
-int IndexOfTag(const QComboBox *box, const QString &tag)
-{
-    for (int i = 0; i < box->count(); ++i)
-        if (box->itemData(i).toString() == tag)
-            return i;
-    return -1;
-}
-
-// The list's tag: the windows' keys in the order of the items, joined by "*".
-void UpdateListTag(QComboBox *box)
-{
-    QStringList keys;
-    for (int i = 0; i < box->count(); ++i)
-        keys << box->itemData(i).toString();
-    box->setProperty("Tag", keys.join(u'*'));
+    if (CTranslate *draft = DraftOfWindow(window))
+        draft->KaraOK.setMode(on);
 }
 
 } // namespace
@@ -130,6 +117,8 @@ frmTiming::~frmTiming()
     // A window destroyed without closing (the frame going away) takes its document
     // along, so that no list keeps a document whose window is gone.
     if (m_doc) {
+        if (m_doc->KaraOKMode)
+            TellDraftKaraOK(m_doc->TranslateWindow, false);
         detachDocument();
         m_doc->TimingWindow = nullptr;
         if (CTimings *list = m_doc->Parent())
@@ -544,6 +533,7 @@ void frmTiming::Init(CVelmar *root)
     m_capture = std::make_unique<CTimePointCapture>(*m_doc, *m_grid);
     m_capture->ClearCells = [this] { basLineOps::ClearCells(*m_grid); };
     m_capture->ShiftTimes = [this](double seconds) { basTimeAdjust::ShiftTimes(*m_grid, seconds); };
+    m_capture->TranslateKaraOKMode = [this](bool on) { TellDraftKaraOK(m_doc->TranslateWindow, on); };
     buildPopup();
     if (CPlayers *players = root->Players())
         for (CPlayer *player : *players)
@@ -730,65 +720,65 @@ void frmTiming::rowHeaderDoubleClicked(int row)
 void frmTiming::MainWindow_PlayerCreated(QObject *form)
 {
     if (form)
-        addPlayerItem(TagOf(form), NameOf(form));
+        addPlayerItem(WindowTagOf(form), WindowNameOf(form));
 }
 
 void frmTiming::addPlayerItem(const QString &tag, const QString &name)
 {
-    if (IndexOfTag(cmbPlayer, tag) >= 0)
+    if (IndexOfWindowTag(cmbPlayer, tag) >= 0)
         return;
     cmbPlayer->addItem(name, tag);
-    UpdateListTag(cmbPlayer);
+    UpdateWindowListTag(cmbPlayer);
     if (m_doc && !m_doc->PlayerWindow())
         playerChosen(cmbPlayer->count() - 1);
 }
 
 void frmTiming::MainWindow_PlayerDestroyed(QObject *form)
 {
-    const int index = IndexOfTag(cmbPlayer, TagOf(form));
+    const int index = IndexOfWindowTag(cmbPlayer, WindowTagOf(form));
     if (index < 0)
         return;
     const bool selected = index == cmbPlayer->currentIndex();
     cmbPlayer->removeItem(index);
-    UpdateListTag(cmbPlayer);
+    UpdateWindowListTag(cmbPlayer);
     if (selected && m_doc)
         m_doc->setPlayerWindow(nullptr);
 }
 
 void frmTiming::MainWindow_PlayerNameChanged(QObject *form)
 {
-    const int index = IndexOfTag(cmbPlayer, TagOf(form));
+    const int index = IndexOfWindowTag(cmbPlayer, WindowTagOf(form));
     if (index >= 0)
-        cmbPlayer->setItemText(index, NameOf(form));
+        cmbPlayer->setItemText(index, WindowNameOf(form));
 }
 
 void frmTiming::MainWindow_TranslateCreated(QObject *form)
 {
-    if (!form || IndexOfTag(cmbTranslate, TagOf(form)) >= 0)
+    if (!form || IndexOfWindowTag(cmbTranslate, WindowTagOf(form)) >= 0)
         return;
-    cmbTranslate->addItem(NameOf(form), TagOf(form));
-    UpdateListTag(cmbTranslate);
+    cmbTranslate->addItem(WindowNameOf(form), WindowTagOf(form));
+    UpdateWindowListTag(cmbTranslate);
     if (m_doc && !m_doc->TranslateWindow)
         translateChosen(cmbTranslate->count() - 1);
 }
 
 void frmTiming::MainWindow_TranslateDestroyed(QObject *form)
 {
-    const int index = IndexOfTag(cmbTranslate, TagOf(form));
+    const int index = IndexOfWindowTag(cmbTranslate, WindowTagOf(form));
     if (index < 0)
         return;
     const bool selected = index == cmbTranslate->currentIndex();
     cmbTranslate->removeItem(index);
-    UpdateListTag(cmbTranslate);
+    UpdateWindowListTag(cmbTranslate);
     if (selected)
         translateChosen(cmbTranslate->currentIndex());
 }
 
 void frmTiming::MainWindow_TranslateNameChanged(QObject *form)
 {
-    const int index = IndexOfTag(cmbTranslate, TagOf(form));
+    const int index = IndexOfWindowTag(cmbTranslate, WindowTagOf(form));
     if (index >= 0)
-        cmbTranslate->setItemText(index, NameOf(form));
+        cmbTranslate->setItemText(index, WindowNameOf(form));
 }
 
 void frmTiming::MainWindow_KaraOKRecordStart(QObject *form)
@@ -811,7 +801,7 @@ void frmTiming::MainWindow_KaraOKRecordNewLyrics(QObject *form, const QString &t
 
 void frmTiming::TranslateWindow(QObject *form)
 {
-    const int index = IndexOfTag(cmbTranslate, TagOf(form));
+    const int index = IndexOfWindowTag(cmbTranslate, WindowTagOf(form));
     if (index >= 0)
         translateChosen(index);
 }
@@ -840,10 +830,19 @@ void frmTiming::translateChosen(int index)
     if (index >= 0 && Velmar && Velmar->Translates())
         if (CTranslate *translate = Velmar->Translates()->Item(cmbTranslate->itemData(index).toString()))
             window = translate->Window();
+    QObject *previous = m_doc->TranslateWindow;
     m_doc->TranslateWindow = window;
     QAction *karaok = Button(QStringLiteral("KaraOK"));
-    if (!window)
+    // A draft in karaoke mode for this window leaves it when another one is chosen, and
+    // the chosen one takes the mode over.
+    if (m_doc->KaraOKMode && previous != window) {
+        TellDraftKaraOK(previous, false);
+        TellDraftKaraOK(window, true);
+    }
+    if (!window) {
         karaok->setChecked(false);
+        m_doc->KaraOKMode = false;
+    }
     karaok->setEnabled(window != nullptr);
     spdTiming->setFocus();
 }
@@ -1197,6 +1196,8 @@ void frmTiming::closeEvent(QCloseEvent *event)
         return;
     }
     if (m_doc && m_doc->Parent()) {
+        if (m_doc->KaraOKMode)
+            TellDraftKaraOK(m_doc->TranslateWindow, false);
         m_capture.reset();
         timPreview->stop();
         detachDocument();

@@ -10,9 +10,12 @@
 #include "shell/basStart.h"
 #include "ui/MdiVelmar.h"
 #include "ui/basPendingWindows.h"
+#include "ui/frmFind.h"
+#include "ui/frmNotePad.h"
 #include "ui/frmPlayer.h"
 #include "ui/frmProject.h"
 #include "ui/frmTiming.h"
+#include "ui/frmTranslate.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -45,6 +48,8 @@ protected:
         frame = std::make_unique<MdiVelmar>();
         frame->Init(Velmar);
         frmTiming::Register(*frame);
+        frmTranslate::Register(*frame);
+        frmNotePad::Register(*frame);
         frame->RegisterWindowFactory(DocumentWindowKind::Player, [this](MdiVelmar &f) -> QWidget * {
             auto *w = new frmPlayer(&media);
             f.AddDocumentWindow(w);
@@ -98,16 +103,20 @@ int QtOwnLinks(const QAction *action, const char *signal)
     return Links::Count(&probe, signal);
 }
 
-// Items the window shows on purpose without an action: the override tag names of the
-// grid's popup.
+// Items the windows show on purpose without an action: the override tag names of the
+// grid's popup, and the three items of the translation window's popup.
 const QStringList InertByDesign = { QStringLiteral("mnuTimingEffectBold"),
-    QStringLiteral("mnuTimingEffectItalic"), QStringLiteral("mnuTimingEffectColor") };
+    QStringLiteral("mnuTimingEffectItalic"), QStringLiteral("mnuTimingEffectColor"),
+    QStringLiteral("mnuTranslateLineHeadEndChangeColor"), QStringLiteral("mnuTranslateLineLineColorLoop"),
+    QStringLiteral("mnuTranslateLineHeadEndChangeFontSize") };
 
 QString NameOf(const QObject *o)
 {
     const QString name = o->objectName().isEmpty() ? o->property("text").toString() : o->objectName();
     const QObject *window = o;
-    while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer"))
+    while (window->parent() && !window->inherits("frmTiming") && !window->inherits("frmPlayer")
+        && !window->inherits("frmTranslate") && !window->inherits("frmNotePad")
+        && !window->inherits("frmFind"))
         window = window->parent();
     return window->objectName() + u'/' + name;
 }
@@ -165,17 +174,14 @@ TEST_F(Frame, MenusAndButtonsTakeTheirCaptionsAndTips)
     EXPECT_TRUE(qobject_cast<frmTiming *>(frame->DocumentWindows().first()));
     EXPECT_EQ(tool(frame->tlbAVI, "Play")->toolTip(), QStringLiteral("F3:  播放 / 暂停"));
 
-    // The translation entries wait for their window: disabled, their tips say so, and
-    // the buttons that stand for them follow.
-    for (QAction *entry : { frame->mnuFileNewTranslate, frame->mnuFileOpenTranslate }) {
-        EXPECT_FALSE(entry->isEnabled()) << entry->objectName().toStdString();
-        EXPECT_EQ(entry->toolTip(), PendingTip(QStringLiteral("MdiVelmar"), entry->objectName()));
-        EXPECT_TRUE(entry->toolTip().contains(QStringLiteral("翻译")));
-    }
-    EXPECT_FALSE(tool(frame->tlbFile, "OpenTranslate")->isEnabled());
-    EXPECT_EQ(tool(frame->tlbFile, "OpenTranslate")->toolTip(), frame->mnuFileOpenTranslate->toolTip());
+    // The translation entries make translation windows; their buttons say what they do.
+    EXPECT_TRUE(PendingTip(QStringLiteral("MdiVelmar"), QStringLiteral("mnuFileNewTranslate")).isEmpty());
+    EXPECT_TRUE(frame->mnuFileOpenTranslate->isEnabled());
+    EXPECT_EQ(tool(frame->tlbFile, "OpenTranslate")->toolTip(), QStringLiteral("打开翻译..."));
+    tool(frame->tlbFile, "NewTranslate")->trigger();
+    ASSERT_EQ(frame->DocumentWindows().size(), 2);
+    EXPECT_TRUE(qobject_cast<frmTranslate *>(frame->DocumentWindows().last()));
     EXPECT_TRUE(frame->mnuFile->toolTipsVisible());
-    EXPECT_TRUE(PendingTip(QStringLiteral("MdiVelmar"), QStringLiteral("mnuFileNewTiming")).isEmpty());
 }
 
 TEST_F(Frame, WindowMenuTilesInRowsAndColumnsCascadesAndLinesUpIcons)
@@ -239,17 +245,6 @@ TEST_F(Frame, NoEnabledControlIsDead)
     frmProject project(frame.get());
     project.Init(frame.get());
 
-    EXPECT_EQ(DeadControls(frame.get()).join(u' ').toStdString(), "");
-    EXPECT_GE(frame->findChildren<QAction *>().size(), 60);
-
-    // The walk sees a dead one, past the links Qt makes for menus and bars itself.
-    auto *stray = new QAction(QStringLiteral("stray"), timing);
-    stray->setObjectName(QStringLiteral("stray"));
-    timing->tlbAjust->addAction(stray);
-    timing->mnuPopup->addAction(stray);
-    EXPECT_EQ(DeadControls(frame.get()).join(u' ').toStdString(), "frmTiming/stray");
-    delete stray;
-
     // The controls whose windows are still to come are the pending ones, each with its
     // tip, and nothing else of the window is disabled at the start.
     QStringList disabled;
@@ -264,10 +259,35 @@ TEST_F(Frame, NoEnabledControlIsDead)
     }
     disabled.sort();
     EXPECT_EQ(disabled,
-        QStringList({ QStringLiteral("EffectSpecial"), QStringLiteral("FileOpenFont"),
-            QStringLiteral("FileOpenTranslate"), QStringLiteral("Font"), QStringLiteral("KaraOK"),
-            QStringLiteral("PicPreview"), QStringLiteral("Redo"), QStringLiteral("SubInfomation"),
-            QStringLiteral("Undo") }));
+        QStringList({ QStringLiteral("EffectSpecial"), QStringLiteral("FileOpenFont"), QStringLiteral("Font"),
+            QStringLiteral("KaraOK"), QStringLiteral("PicPreview"), QStringLiteral("Redo"),
+            QStringLiteral("SubInfomation"), QStringLiteral("Undo") }));
+
+    // The translation and notepad windows with their find dialogs.
+    auto *translate = dynamic_cast<frmTranslate *>(frame->NewDocument(1));
+    auto *notepad = dynamic_cast<frmNotePad *>(frame->NewDocument(4));
+    ASSERT_TRUE(translate && notepad);
+    translate->OpenFindWindow();
+    notepad->EditFind();
+    ASSERT_TRUE(translate->FindWindow && notepad->FindWindow);
+    EXPECT_TRUE(timing->Button(QStringLiteral("KaraOK"))->isEnabled());
+
+    EXPECT_EQ(DeadControls(frame.get()).join(u' ').toStdString(), "");
+    EXPECT_GE(frame->findChildren<QAction *>().size(), 60);
+
+    // The walk sees a dead one, past the links Qt makes for menus and bars itself.
+    auto *stray = new QAction(QStringLiteral("stray"), timing);
+    stray->setObjectName(QStringLiteral("stray"));
+    timing->tlbAjust->addAction(stray);
+    timing->mnuPopup->addAction(stray);
+    EXPECT_EQ(DeadControls(frame.get()).join(u' ').toStdString(), "frmTiming/stray");
+    delete stray;
+
+    // Without a frame, a translation window's entries for the frame's commands wait for
+    // one, disabled.
+    frmTranslate alone;
+    EXPECT_FALSE(alone.MenuEntry(QStringLiteral("mnuFileNewTiming"))->isEnabled());
+    EXPECT_TRUE(translate->MenuEntry(QStringLiteral("mnuFileNewTiming"))->isEnabled());
 }
 
 TEST(ProjectWindow, RootNamedAfterTheWindowAndFilesUnderIt)
