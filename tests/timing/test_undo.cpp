@@ -475,7 +475,7 @@ TEST_F(UndoTest, RandomActionsUndoAndRedoToTheKeptStates)
         ASSERT_FALSE(HasFatalFailure()) << what << " at step " << step;
     };
 
-    for (int step = 0; step < 2000; ++step) {
+    for (int step = 0; step < 3000; ++step) {
         bool joins = false;
         bool branch = false;
         const int before = stack().Index();
