@@ -7,6 +7,7 @@
 #include "core/basBackup.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
+#include "core/basSetting.h"
 #include "core/basText.h"
 #include "formats/CTiming.h"
 #include "formats/CTimings.h"
@@ -15,6 +16,7 @@
 #include "player/CPlayer.h"
 #include "player/CPlayers.h"
 #include "player/CPreview.h"
+#include "player/CWaveformLoader.h"
 #include "script/CSSAContent.h"
 #include "script/CSSAContentLine.h"
 #include "shell/CRecentFile.h"
@@ -25,11 +27,13 @@
 #include "timing/CSliderTimeModel.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
+#include "timing/CTimingWaveform.h"
 #include "timing/basLineOps.h"
 #include "timing/basTimeAdjust.h"
 #include "translation/CTranslate.h"
 #include "translation/CTranslates.h"
 #include "ui/CSpreadView.h"
+#include "ui/CWaveformStrip.h"
 #include "ui/MdiVelmar.h"
 #include "ui/basPendingWindows.h"
 #include "ui/basWindowLists.h"
@@ -113,6 +117,8 @@ frmTiming::frmTiming(QWidget *parent)
 
 frmTiming::~frmTiming()
 {
+    m_waveLoader.reset();
+    m_wave.reset();
     m_capture.reset();
     // A window destroyed without closing (the frame going away) takes its document
     // along, so that no list keeps a document whose window is gone.
@@ -203,6 +209,8 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
             [](frmTiming &w, bool) { w.historyStep(false); }, nullptr, "VELMAR_UNDO_100" },
         { &frmTiming::tlbFile, "Redo", "VELMAR_UNDO_103", u"重做", B::Push,
             [](frmTiming &w, bool) { w.historyStep(true); }, nullptr, "VELMAR_UNDO_101" },
+        { &frmTiming::tlbMode, "Waveform", "VELMAR_WAVE_601", u"波形", B::Toggle,
+            [](frmTiming &w, bool on) { w.waveformToggled(on); }, nullptr, "VELMAR_WAVE_600" },
     };
     return buttons;
 }
@@ -336,6 +344,84 @@ void frmTiming::previewToggled(bool on)
         timPreview->stop();
 }
 
+// ---- the waveform strip ------------------------------------------------------------------
+
+void frmTiming::waveformToggled(bool on)
+{
+    SaveSetting(QStringLiteral("Setting"), QStringLiteral("TimingWaveform"),
+        on ? QStringLiteral("1") : QStringLiteral("0"));
+    if (!m_wave)
+        return;
+    if (on && !wavStrip) {
+        wavStrip = new CWaveformStrip(splWaveform);
+        wavStrip->setObjectName(QStringLiteral("wavStrip"));
+        splWaveform->insertWidget(0, wavStrip);
+        splWaveform->setStretchFactor(0, 0);
+        splWaveform->setStretchFactor(1, 1);
+        m_waveLoader = std::make_unique<CWaveformLoader>();
+        m_waveLoader->OnProgress = [this](double done) { wavStrip->setProgress(done); };
+        m_waveLoader->OnLoaded = [this](const CWaveformResult &result) { wavStrip->ShowResult(result); };
+        // Each request goes to the player or the grid; the keys go back to the grid.
+        connect(wavStrip, &CWaveformStrip::SeekRequested, this, [this](double seconds) {
+            m_wave->Seek(seconds);
+            refreshWaveform();
+            spdTiming->setFocus();
+        });
+        connect(wavStrip, &CWaveformStrip::EdgeDragged, this, [this](WaveformEdge edge, double seconds) {
+            m_wave->SetEdge(edge, seconds);
+            refreshWaveform();
+            spdTiming->setFocus();
+        });
+        connect(wavStrip, &CWaveformStrip::PlaySpanRequested, this, [this](double start, double end) {
+            m_wave->PlaySpan(start, end);
+            spdTiming->setFocus();
+        });
+    }
+    if (!wavStrip)
+        return;
+    wavStrip->setVisible(on);
+    if (on) {
+        refreshWaveform();
+        timWaveform->start();
+    } else {
+        // A hidden strip reads nothing: the next showing starts again (from the cache).
+        timWaveform->stop();
+        m_waveLoader->Cancel();
+        m_wavePath.clear();
+    }
+}
+
+bool frmTiming::WaveformLoading() const
+{
+    return m_waveLoader && m_waveLoader->Busy();
+}
+
+// The strip follows the player (its file, its position) and the active row.
+void frmTiming::refreshWaveform()
+{
+    if (!wavStrip || !m_wave)
+        return;
+    m_wave->Tick();
+    const QString path = m_wave->MediaPath();
+    if (path != m_wavePath) {
+        // Another player or another file: the reading under way is of no use any more.
+        m_wavePath = path;
+        if (path.isEmpty()) {
+            m_waveLoader->Cancel();
+            wavStrip->setPeaks(nullptr);
+            wavStrip->setMessage(Msg(QStringLiteral("VELMAR_WAVE_602")));
+        } else {
+            wavStrip->setPeaks(nullptr);
+            wavStrip->setProgress(0);
+            m_waveLoader->Load(path);
+        }
+    }
+    if (const std::optional<double> position = m_wave->Position())
+        wavStrip->setPosition(*position);
+    wavStrip->setActiveSpan(m_wave->ActiveSpan());
+    wavStrip->setNeighbourSpans(m_wave->NeighbourSpans());
+}
+
 void frmTiming::shiftTimes(double seconds)
 {
     if (m_capture && m_capture->ShiftTimes)
@@ -440,7 +526,15 @@ void frmTiming::buildLayout()
     layout->addWidget(cbaTiming);
     layout->addWidget(picPreview);
     layout->addLayout(editRow);
-    layout->addWidget(spdTiming, 1);
+    splWaveform = new QSplitter(Qt::Vertical, this);
+    splWaveform->setObjectName(QStringLiteral("splWaveform"));
+    splWaveform->setChildrenCollapsible(false);
+    splWaveform->addWidget(spdTiming);
+    layout->addWidget(splWaveform, 1);
+    timWaveform = new QTimer(this);
+    timWaveform->setObjectName(QStringLiteral("timWaveform"));
+    timWaveform->setInterval(40);
+    connect(timWaveform, &QTimer::timeout, this, &frmTiming::refreshWaveform);
     resize(900, 560);
 }
 
@@ -549,6 +643,9 @@ void frmTiming::Init(CVelmar *root)
     // Making the first rows tells the preview, which counts as a change: a new window
     // holds nothing to save.
     m_doc->setChanged(false);
+    m_wave = std::make_unique<CTimingWaveform>(*m_doc, *m_grid, *m_capture);
+    if (GetSetting(QStringLiteral("Setting"), QStringLiteral("TimingWaveform")) == QStringLiteral("1"))
+        Button(QStringLiteral("Waveform"))->setChecked(true);
 }
 
 // ---- auto-save ----------------------------------------------------------------------------
@@ -1198,6 +1295,9 @@ void frmTiming::closeEvent(QCloseEvent *event)
     if (m_doc && m_doc->Parent()) {
         if (m_doc->KaraOKMode)
             TellDraftKaraOK(m_doc->TranslateWindow, false);
+        timWaveform->stop();
+        m_waveLoader.reset();
+        m_wave.reset();
         m_capture.reset();
         timPreview->stop();
         detachDocument();

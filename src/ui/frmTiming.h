@@ -13,6 +13,9 @@
 
 class CTiming;
 class CTimingGrid;
+class CTimingWaveform;
+class CWaveformLoader;
+class CWaveformStrip;
 class CTimePointCapture;
 class CSpreadView;
 class CVelmar;
@@ -23,6 +26,7 @@ class QComboBox;
 class QLabel;
 class QMenu;
 class QPushButton;
+class QSplitter;
 class QTextEdit;
 class QTimer;
 class QToolBar;
@@ -119,6 +123,13 @@ public:
     QComboBox *cmbTranslate = nullptr;
     QTimer *timPreview = nullptr;
     QMenu *mnuPopup = nullptr;
+    // The grid below the edit box, with the waveform strip above it once the strip has
+    // been shown (the Waveform toggle of tlbMode); the strip is made on its first showing.
+    QSplitter *splWaveform = nullptr;
+    CWaveformStrip *wavStrip = nullptr;
+    QTimer *timWaveform = nullptr;
+    // The audio of the linked player's file being read for the strip.
+    bool WaveformLoading() const;
 
     // The child windows this window opened (each at most one).
     QPointer<QWidget> CheckWindow;
@@ -166,10 +177,16 @@ private:
     void detachDocument();
     void askReactOffset(bool end);
     void updateHistoryControls();
+    void waveformToggled(bool on);
+    void refreshWaveform();
 
     CTiming *m_doc = nullptr;
     std::unique_ptr<CTimingGrid> m_grid;
     std::unique_ptr<class CPictureBox> m_picture;
     std::unique_ptr<CTimePointCapture> m_capture;
+    std::unique_ptr<CTimingWaveform> m_wave;
+    std::unique_ptr<CWaveformLoader> m_waveLoader;
+    // The file whose audio the strip shows or reads.
+    QString m_wavePath;
     bool m_editorGuard = false;
 };
