@@ -305,7 +305,8 @@ void frmTiming::buildButtonMenus()
             connect(a, &QAction::triggered, this, [this, run] { run(*this); });
     }
     for (QToolButton *b : tlbFile->findChildren<QToolButton *>())
-        b->setPopupMode(QToolButton::MenuButtonPopup);
+        if (b->defaultAction() && b->defaultAction()->menu<QMenu *>())
+            b->setPopupMode(QToolButton::MenuButtonPopup);
 
     auto *ssaMenu = new QMenu(this);
     ssaMenu->setObjectName(QStringLiteral("mnuSSA"));
@@ -369,6 +370,10 @@ void frmTiming::waveformToggled(bool on)
         });
         connect(wavStrip, &CWaveformStrip::EdgeDragged, this, [this](WaveformEdge edge, double seconds) {
             m_wave->SetEdge(edge, seconds);
+            // The edit box shows the cell's new time when it is the one at the cursor.
+            const CSpread &grid = m_grid->Spread();
+            if (IsEditorColumn(grid.ActiveCol()) && grid.ActiveRow() >= 1)
+                refreshEditor(grid.ActiveCol(), grid.ActiveRow());
             refreshWaveform();
             spdTiming->setFocus();
         });
