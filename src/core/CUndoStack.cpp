@@ -4,8 +4,7 @@
 
 CUndoStack::CUndoStack(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 CUndoStack::~CUndoStack() = default;
 

@@ -28,8 +28,7 @@ void report(const char *key, const VelmarError *fault)
 
 CTiming::CTiming()
     : m_undoStack(std::make_unique<CUndoStack>())
-{
-}
+{ }
 
 CTiming::~CTiming() = default;
 
