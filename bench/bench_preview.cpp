@@ -1,3 +1,4 @@
+#include "core/CGridAction.h"
 #include "core/basTime.h"
 #include "pages/CPictureBox.h"
 #include "player/CPreview.h"
@@ -34,6 +35,8 @@ struct PreviewFixture
     {
         preview.Init(&document);
         CSpread &s = grid.Spread();
+        // Read in as a file is: the history starts after it.
+        const CGridAction load(grid, nullptr, CGridAction::Reset);
         s.setReDraw(false);
         s.setMaxRows(kLines + 2);
         const QString dialog = QStringLiteral("{\\fad(100,100)}一行对白的文字\\Nwith some Latin text");

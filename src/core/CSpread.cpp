@@ -1,5 +1,7 @@
 #include "core/CSpread.h"
 
+#include "core/CGridAction.h"
+#include "core/CSpreadChanges.h"
 #include "core/basConvert.h"
 #include "core/basGuiHooks.h"
 
@@ -170,7 +172,10 @@ void CSpread::setMaxRows(int rows)
     const int old = MaxRows();
     if (rows == old)
         return;
+    CSpreadChanges *record = Recording();
     if (rows > old) {
+        if (record)
+            record->RowsResized(old, {});
         if (m_reDraw)
             beginInsertRows(QModelIndex(), old, rows - 1);
         const RowCells &fresh = FreshRow();
@@ -183,6 +188,10 @@ void CSpread::setMaxRows(int rows)
     } else {
         if (m_reDraw)
             beginRemoveRows(QModelIndex(), rows, old - 1);
+        if (record)
+            record->RowsResized(old,
+                std::vector<RowCells>(
+                    std::make_move_iterator(m_rows.begin() + rows), std::make_move_iterator(m_rows.end())));
         m_rows.resize(size_t(rows));
         if (m_reDraw)
             endRemoveRows();
@@ -199,6 +208,8 @@ void CSpread::setMaxCols(int cols)
     const int old = MaxCols();
     if (cols == old)
         return;
+    if (CSpreadChanges *record = Recording())
+        record->MarkIrreversible();
     if (m_reDraw) {
         if (cols > old)
             beginInsertColumns(QModelIndex(), old, cols - 1);
@@ -255,10 +266,14 @@ template <typename F> void CSpread::ForEachTarget(F &&apply, const QList<int> &r
     const Range cols = TargetCols();
     if (rows.empty() || cols.empty())
         return;
+    CSpreadChanges *record = Recording();
     for (int r = rows.first; r <= rows.last; ++r) {
         RowCells &cells = m_rows[size_t(r - 1)];
-        for (int c = cols.first; c <= cols.last; ++c)
+        for (int c = cols.first; c <= cols.last; ++c) {
+            if (record)
+                record->KeepCell(c, r, cells[size_t(c)]);
             apply(cells[size_t(c)], c);
+        }
     }
     NotifyCells(cols.first, rows.first, cols.last, rows.last, roles);
 }
@@ -295,8 +310,12 @@ void CSpread::setText(const QString &text)
         const Range rows = TargetRows();
         if (rows.empty())
             return;
-        for (int r = rows.first; r <= rows.last; ++r)
+        CSpreadChanges *record = Recording();
+        for (int r = rows.first; r <= rows.last; ++r) {
+            if (record)
+                record->KeepCell(0, r, m_rows[size_t(r - 1)][0]);
             m_rows[size_t(r - 1)][0].Text = text;
+        }
         NotifyHeader(Qt::Vertical, rows.first, rows.last);
         return;
     }
@@ -375,6 +394,7 @@ void CSpread::setForeColor(quint32 color)
 {
     if (m_row == -1) {
         const Range cols = TargetCols();
+        KeepColumns(cols.first, cols.last);
         for (int c = cols.first; c <= cols.last; ++c)
             m_cols[size_t(c)].Fore = color;
         ColumnsChanged();
@@ -393,6 +413,7 @@ void CSpread::setBackColor(quint32 color)
 {
     if (m_row == -1) {
         const Range cols = TargetCols();
+        KeepColumns(cols.first, cols.last);
         for (int c = cols.first; c <= cols.last; ++c)
             m_cols[size_t(c)].Back = color;
         ColumnsChanged();
@@ -457,6 +478,7 @@ void CSpread::setCellType(const CSpreadCellType &type)
     };
     if (m_row == -1) {
         const Range cols = TargetCols();
+        KeepColumns(cols.first, cols.last);
         for (int c = cols.first; c <= cols.last; ++c)
             m_cols[size_t(c)].Type = index;
         ColumnsChanged();
@@ -488,6 +510,7 @@ void CSpread::setListItems(const QString &tabSeparated)
     };
     if (m_row == -1) {
         const Range cols = TargetCols();
+        KeepColumns(cols.first, cols.last);
         for (int c = cols.first; c <= cols.last; ++c)
             m_cols[size_t(c)].Type = listTypeFor(m_cols[size_t(c)].Type);
         ColumnsChanged();
@@ -659,6 +682,8 @@ void CSpread::InsertRow()
     const int rows = MaxRows();
     if (m_row < 1 || m_row > rows)
         return;
+    if (CSpreadChanges *record = Recording())
+        record->RowInserted(m_row, RowCells(m_rows.back()));
     if (m_reDraw) {
         beginRemoveRows(QModelIndex(), rows - 1, rows - 1);
         m_rows.pop_back();
@@ -678,6 +703,8 @@ void CSpread::DeleteRow()
     const int rows = MaxRows();
     if (m_row < 1 || m_row > rows)
         return;
+    if (CSpreadChanges *record = Recording())
+        record->RowDeleted(m_row, RowCells(m_rows[size_t(m_row - 1)]));
     if (m_reDraw) {
         beginRemoveRows(QModelIndex(), m_row - 1, m_row - 1);
         m_rows.erase(m_rows.begin() + (m_row - 1));
@@ -701,9 +728,12 @@ void CSpread::ClearBlock()
     const int col2 = block.Col == -1 ? MaxCols() : std::min(block.Col2, MaxCols());
     if (row1 > row2 || col1 > col2)
         return;
+    CSpreadChanges *record = Recording();
     for (int r = row1; r <= row2; ++r) {
         RowCells &cells = m_rows[size_t(r - 1)];
         for (int c = col1; c <= col2; ++c) {
+            if (record)
+                record->KeepCell(c, r, cells[size_t(c)]);
             cells[size_t(c)].Text.clear();
             cells[size_t(c)].Choice = -1;
         }
@@ -730,6 +760,19 @@ void CSpread::MoveBlock()
     const qint64 dstCol1 = std::max<qint64>(srcCol1 + dCol, 1);
     const qint64 dstCol2 = std::min<qint64>(srcCol2 + dCol, MaxCols());
 
+    const qint64 clrRow1 = std::max<qint64>(srcRow1, 1);
+    const qint64 clrRow2 = std::min<qint64>(srcRow2, MaxRows());
+    const qint64 clrCol2 = std::min<qint64>(srcCol2, MaxCols());
+    // Every cell the move writes: the source block inside the grid and the destination.
+    if (CSpreadChanges *record = Recording()) {
+        const auto keep = [&](qint64 row1, qint64 row2, qint64 col1, qint64 col2) {
+            for (qint64 r = row1; r <= row2; ++r)
+                for (qint64 c = col1; c <= col2; ++c)
+                    record->KeepCell(int(c), int(r), m_rows[size_t(r - 1)][size_t(c)]);
+        };
+        keep(clrRow1, clrRow2, srcCol1, clrCol2);
+        keep(dstRow1, dstRow2, dstCol1, dstCol2);
+    }
     // Take the moving cells out first, so that overlapping blocks move correctly.
     std::vector<Cell> moving;
     if (dstRow1 <= dstRow2 && dstCol1 <= dstCol2) {
@@ -742,9 +785,6 @@ void CSpread::MoveBlock()
         }
     }
     // Empty the whole source block inside the grid, then put the cells in place.
-    const qint64 clrRow1 = std::max<qint64>(srcRow1, 1);
-    const qint64 clrRow2 = std::min<qint64>(srcRow2, MaxRows());
-    const qint64 clrCol2 = std::min<qint64>(srcCol2, MaxCols());
     for (qint64 r = clrRow1; r <= clrRow2; ++r) {
         RowCells &cells = m_rows[size_t(r - 1)];
         for (qint64 c = srcCol1; c <= clrCol2; ++c)
@@ -763,6 +803,87 @@ void CSpread::MoveBlock()
         NotifyCells(int(dstCol1), int(dstRow1), int(dstCol2), int(dstRow2));
 }
 
+// ---- taking changes back --------------------------------------------------------------
+
+void CSpread::KeepColumns(int first, int last)
+{
+    if (CSpreadChanges *record = Recording())
+        for (int c = first; c <= last; ++c)
+            record->KeepColumn(c, m_cols[size_t(c)]);
+}
+
+CSpread::RowCells CSpread::TakeRow(int row)
+{
+    if (row < 1 || row > MaxRows())
+        return {};
+    if (m_reDraw)
+        beginRemoveRows(QModelIndex(), row - 1, row - 1);
+    RowCells cells = std::move(m_rows[size_t(row - 1)]);
+    m_rows.erase(m_rows.begin() + (row - 1));
+    if (m_reDraw)
+        endRemoveRows();
+    else
+        m_pendingReset = true;
+    return cells;
+}
+
+void CSpread::PutRow(int row, RowCells &&cells)
+{
+    row = std::clamp(row, 1, MaxRows() + 1);
+    cells.resize(m_cols.size());
+    if (m_reDraw)
+        beginInsertRows(QModelIndex(), row - 1, row - 1);
+    m_rows.insert(m_rows.begin() + (row - 1), std::move(cells));
+    if (m_reDraw)
+        endInsertRows();
+    else
+        m_pendingReset = true;
+}
+
+std::vector<CSpread::RowCells> CSpread::TakeTail(int count)
+{
+    count = std::clamp(count, 0, MaxRows());
+    if (count == 0)
+        return {};
+    const int rows = MaxRows();
+    if (m_reDraw)
+        beginRemoveRows(QModelIndex(), rows - count, rows - 1);
+    std::vector<RowCells> tail(
+        std::make_move_iterator(m_rows.end() - count), std::make_move_iterator(m_rows.end()));
+    m_rows.resize(size_t(rows - count));
+    if (m_reDraw)
+        endRemoveRows();
+    else
+        m_pendingReset = true;
+    return tail;
+}
+
+void CSpread::PutTail(std::vector<RowCells> &&rows)
+{
+    if (rows.empty())
+        return;
+    const int old = MaxRows();
+    if (m_reDraw)
+        beginInsertRows(QModelIndex(), old, old + int(rows.size()) - 1);
+    for (RowCells &cells : rows) {
+        cells.resize(m_cols.size());
+        m_rows.push_back(std::move(cells));
+    }
+    if (m_reDraw)
+        endInsertRows();
+    else
+        m_pendingReset = true;
+}
+
+void CSpread::RestoreActiveCell(int col, int row)
+{
+    m_activeRow = std::clamp(row, 0, MaxRows());
+    m_activeCol = std::clamp(col, 0, MaxCols());
+    emit ActiveCellChanged(m_activeCol, m_activeRow);
+    if (m_activeRow >= 1)
+        Viewport().ShowCell(m_activeCol, m_activeRow);
+}
+
 // ---- direct access -----------------------------------------------------------------
 
 QString CSpread::GetText(int col, int row) const
@@ -776,6 +897,8 @@ void CSpread::SetText(int col, int row, const QString &text)
     Cell *cell = CellAt(col, row);
     if (!cell)
         return;
+    if (CSpreadChanges *record = Recording())
+        record->KeepCell(col, row, *cell);
     if (col == 0) {
         cell->Text = text;
         NotifyHeader(Qt::Vertical, row, row);
@@ -802,6 +925,8 @@ bool CSpread::ChooseItem(int col, int row, const QString &text)
     const qsizetype index = type.Kind == SpreadCellKind::List ? type.ListItems.indexOf(text) : -1;
     if (index < 0)
         return false;
+    if (CSpreadChanges *record = Recording())
+        record->KeepCell(col, row, *cell);
     Choose(*cell, type, int(index));
     NotifyCells(col, row, col, row, textAndChoiceRoles());
     return true;
@@ -893,15 +1018,22 @@ bool CSpread::setData(const QModelIndex &index, const QVariant &value, int role)
     if (!cell || col == 0)
         return false;
     const CSpreadCellType &type = TypeOf(*cell, col);
+    // What the user commits, with what the handlers of the edit do, is one step.
+    const CGridAction action(*this, "VELMAR_UNDO_201");
+    CSpreadChanges *record = Recording();
     if (role == ListChoiceRole) {
         const int choice = value.toInt();
         if (type.Kind != SpreadCellKind::List || choice < -1 || choice >= type.ListItems.size())
             return false;
+        if (record)
+            record->KeepCell(col, row, *cell);
         Choose(*cell, type, choice);
     } else if (role == Qt::EditRole || role == Qt::DisplayRole) {
         const QString text = value.toString();
         if (!type.Accepts(text))
             return false;
+        if (record)
+            record->KeepCell(col, row, *cell);
         WriteText(*cell, col, text);
     } else {
         return false;

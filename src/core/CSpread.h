@@ -3,6 +3,7 @@
 #include "core/CSpreadBlock.h"
 #include "core/CSpreadCellType.h"
 #include "core/CSpreadHeadlessViewport.h"
+#include "core/ISpreadJournal.h"
 
 #include <QAbstractTableModel>
 #include <QColor>
@@ -25,6 +26,11 @@ class ISpreadViewport;
 // As a Qt table model, model row r is grid row r + 1 and model column c is grid column
 // c + 1; the row labels and titles are its header data. While ReDraw is off the model
 // sends no signal at all, and turning ReDraw back on after changes sends one reset.
+//
+// A grid given a journal reports every change of its content (cells, column defaults,
+// rows) with the old state before making it, so that an action can be taken back. The
+// titles, the hidden state of columns, the selection and the cursor are presentation and
+// are not reported; a change of the column count cannot be taken back.
 class CSpread : public QAbstractTableModel
 {
     Q_OBJECT
@@ -92,6 +98,9 @@ public:
     void ActivateCell();
     // Where a view reports the user's moves of the cursor.
     void SetActiveCell(int col, int row);
+    // Puts the cursor back where an undo step found or left it: the views follow, but no
+    // cell is left (its handlers belong to the user's moves).
+    void RestoreActiveCell(int col, int row);
 
     quint32 ForeColor() const;
     void setForeColor(quint32 color);
@@ -184,6 +193,10 @@ public:
     const ISpreadViewport &Viewport() const;
     CSpreadHeadlessViewport &HeadlessViewport() { return m_headless; }
 
+    // The journal that hears the changes (not owned; nullptr: none are recorded).
+    void SetJournal(ISpreadJournal *journal) { m_journal = journal; }
+    ISpreadJournal *Journal() const { return m_journal; }
+
     // Direct access to one cell without moving the current cell.
     QString GetText(int col, int row) const;
     void SetText(int col, int row, const QString &text);
@@ -213,6 +226,8 @@ signals:
     void CellEdited(int col, int row);
 
 private:
+    friend class CSpreadChanges;
+
     struct Cell
     {
         QString Text;
@@ -258,6 +273,17 @@ private:
     void NotifyCells(int col1, int row1, int col2, int row2, const QList<int> &roles = {});
     void NotifyHeader(Qt::Orientation orientation, int first, int last);
 
+    // The record of the open action when a journal hears this grid.
+    CSpreadChanges *Recording() const { return m_journal ? m_journal->Recording() : nullptr; }
+    // Keeps the defaults of the columns first..last before they change.
+    void KeepColumns(int first, int last);
+    // What taking a change back does to the rows, with the model's signals: a row out of
+    // or into the middle, rows off or onto the end.
+    RowCells TakeRow(int row);
+    void PutRow(int row, RowCells &&cells);
+    std::vector<RowCells> TakeTail(int count);
+    void PutTail(std::vector<RowCells> &&rows);
+
     std::vector<RowCells> m_rows;
     std::vector<Column> m_cols; // index 0 is the label column
     std::vector<CSpreadCellType> m_types;
@@ -283,4 +309,5 @@ private:
 
     CSpreadHeadlessViewport m_headless;
     ISpreadViewport *m_viewport = nullptr;
+    ISpreadJournal *m_journal = nullptr;
 };

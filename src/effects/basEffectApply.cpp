@@ -1,5 +1,6 @@
 #include "effects/basEffectApply.h"
 
+#include "core/CGridAction.h"
 #include "core/CSpreadCellKeeper.h"
 #include "core/IPrompt.h"
 #include "effects/CKaraokeRecording.h"
@@ -17,6 +18,7 @@ bool ApplyResult(CTimingGrid *grid, const QString &result)
         return false;
     }
     CSpread &spread = grid->Spread();
+    const CGridAction action(*grid, "VELMAR_UNDO_216");
     {
         const CSpreadCellKeeper keep(spread);
         // Without an active line the writing starts at the first one, not in the head.
@@ -47,6 +49,7 @@ bool RecordKaraokeLyric(CTiming &timing, CTimingGrid &grid, double currentPositi
     CSpread &spread = grid.Spread();
     if (!recording.KaraOKRecording)
         return false;
+    const CGridAction action(grid, "VELMAR_UNDO_207");
     spread.setRow(spread.ActiveRow());
     spread.setCol(CTimingGrid::ColDialog);
     QString text = spread.Text();

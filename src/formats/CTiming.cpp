@@ -1,6 +1,7 @@
 #include "formats/CTiming.h"
 
 #include "core/CScopeExit.h"
+#include "core/CUndoStack.h"
 #include "core/Class.h"
 #include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
@@ -25,8 +26,18 @@ void report(const char *key, const VelmarError *fault)
 
 } // namespace
 
-CTiming::CTiming() = default;
+CTiming::CTiming()
+    : m_undoStack(std::make_unique<CUndoStack>())
+{ }
+
 CTiming::~CTiming() = default;
+
+void CTiming::setChanged(bool changed)
+{
+    isub::setChanged(changed);
+    if (!changed)
+        m_undoStack->SetClean();
+}
 
 void CTiming::Init(qint32 SerialNo, QObject *Window)
 {

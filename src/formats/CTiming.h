@@ -17,6 +17,7 @@
 
 class CPreview;
 class CTimings;
+class CUndoStack;
 class ITimingGrid;
 class IPlayerWindow;
 class QObject;
@@ -57,6 +58,11 @@ public:
     ::FileCode FileCode = ::FileCode::ANSI;
     // The capture routine of the window: where a time handed out by CTimings goes.
     std::function<void(double time)> OnNewTime;
+
+    // The undo steps of the grid that holds the lines. The state the file was last read
+    // or saved in is the stack's clean state: clearing Changed marks it.
+    CUndoStack &UndoStack() const { return *m_undoStack; }
+    void setChanged(bool changed) override;
 
     // Second stage: the window is remembered, the parts are made, the document starts
     // as an empty ASS script (TimingOption 255, TimeFormat 0).
@@ -103,6 +109,7 @@ private:
     void readBody(QStringView text);
     void assembleBody(QString &out);
 
+    std::unique_ptr<CUndoStack> m_undoStack;
     CTimings *m_parent = nullptr;
     IPlayerWindow *m_playerWindow = nullptr;
     ::ScriptType m_scriptType = ::ScriptType::ASS;

@@ -7,6 +7,7 @@
 #include "core/basMain.h"
 #include "core/basSetting.h"
 #include "core/basTime.h"
+#include "timing/CCaptureKey.h"
 
 using namespace basConvert;
 
@@ -41,9 +42,13 @@ QStringList CSettingDialogModel::HotKeyNames()
     return names;
 }
 
-bool CSettingDialogModel::HotKeyEntryKeyDown(int index, int keyCode)
+bool CSettingDialogModel::HotKeyEntryKeyDown(int index, int keyCode, Qt::KeyboardModifiers modifiers)
 {
     if (index < 0 || index >= CHotKeys::Count)
+        return false;
+    if (HistoryKeyOf(keyCode, modifiers.testFlag(Qt::ControlModifier), modifiers.testFlag(Qt::ShiftModifier),
+            modifiers.testFlag(Qt::AltModifier))
+        != HistoryKey::None)
         return false;
     const QString name = KeyCodeToName(keyCode);
     if (name == kUndefined)

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <Qt>
 #include <array>
 #include <functional>
 
@@ -32,8 +33,9 @@ public:
     // The time fields and their labels follow the auto-save box.
     bool AutoSaveFieldsEnabled() const { return chkAutoSave; }
     // A key pressed while a hot-key entry has the focus selects its name there when the
-    // key has one; true when the entry changed.
-    bool HotKeyEntryKeyDown(int index, int keyCode);
+    // key has one; true when the entry changed. The grid's undo and redo keys (Ctrl+Z,
+    // Ctrl+Y, Ctrl+Shift+Z) are no hot key: they leave the entry as it is.
+    bool HotKeyEntryKeyDown(int index, int keyCode, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     // Leaving the time fields: false keeps the focus there, after the message.
     bool LeaveAutoDelTime();

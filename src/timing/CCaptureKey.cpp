@@ -64,6 +64,17 @@ CaptureAction CCaptureKey::KeyPressAction(const CHotKeys &keys, char16_t ch)
     return MatchWorkingKeys(keys, QChar(ch).toUpper().unicode());
 }
 
+HistoryKey HistoryKeyOf(int keyCode, bool ctrl, bool shift, bool alt)
+{
+    if (!ctrl || alt)
+        return HistoryKey::None;
+    if (keyCode == 'Z')
+        return shift ? HistoryKey::Redo : HistoryKey::Undo;
+    if (keyCode == 'Y' && !shift)
+        return HistoryKey::Redo;
+    return HistoryKey::None;
+}
+
 QString InsertTimePointCaption(const CHotKeys &keys)
 {
     return WithKeyName("TIMING_BUTTON_CAPTION_100", keys.HOTKEY_TimingTime());

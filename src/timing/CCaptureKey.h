@@ -52,6 +52,15 @@ public:
     static CaptureAction KeyPressAction(const CHotKeys &keys, char16_t ch);
 };
 
+// The grid's undo and redo keys: Ctrl+Z takes a step back, Ctrl+Y and Ctrl+Shift+Z do it
+// again. They come before every hot key, and no hot key may take them.
+enum class HistoryKey { None, Undo, Redo };
+HistoryKey HistoryKeyOf(int keyCode, bool ctrl, bool shift, bool alt);
+inline HistoryKey HistoryKeyOf(const CCaptureKey &key)
+{
+    return HistoryKeyOf(key.KeyCode, key.Ctrl, key.Shift, key.Alt);
+}
+
 // The caption of the insert-time-point button, and the tips of the two shift buttons,
 // each followed by the name of its hot key in round brackets.
 QString InsertTimePointCaption(const CHotKeys &keys);

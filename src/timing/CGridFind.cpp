@@ -1,5 +1,6 @@
 #include "timing/CGridFind.h"
 
+#include "core/CGridAction.h"
 #include "core/CSpread.h"
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
@@ -108,6 +109,7 @@ void CGridFind::cmdReplace()
     CSpread &grid = *m_grid;
     if (LastRow < 1 || LastRow > grid.MaxRows())
         return;
+    const CGridAction action(grid, "VELMAR_UNDO_211");
     grid.setRow(LastRow);
     grid.setCol(FindColumn);
     const QString text = grid.Text();
@@ -120,6 +122,7 @@ void CGridFind::cmdReplaceAll()
     if (!m_grid || m_find.isEmpty())
         return;
     CSpread &grid = *m_grid;
+    const CGridAction action(grid, "VELMAR_UNDO_212");
     const bool drawing = grid.ReDraw();
     grid.setReDraw(false);
     grid.setCol(FindColumn);

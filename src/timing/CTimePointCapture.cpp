@@ -1,5 +1,6 @@
 #include "timing/CTimePointCapture.h"
 
+#include "core/CGridAction.h"
 #include "core/CHotKeys.h"
 #include "core/CSpreadCellKeeper.h"
 #include "core/IPlayerWindow.h"
@@ -177,6 +178,7 @@ CaptureKeyResult CTimePointCapture::Act(CaptureAction action, bool keyDown)
 bool CTimePointCapture::TimePointAtCell(std::optional<double> time)
 {
     CSpread &grid = Grid();
+    const CGridAction action(m_grid, "VELMAR_UNDO_205");
     if (!ActiveRowValid())
         return false;
     grid.setRow(grid.ActiveRow());
@@ -192,6 +194,7 @@ bool CTimePointCapture::TimePointAtCell(std::optional<double> time)
 bool CTimePointCapture::SetStartTimePoint(std::optional<double> time)
 {
     CSpread &grid = Grid();
+    const CGridAction action(m_grid, "VELMAR_UNDO_203");
     try {
         // While a karaoke line is recorded its start belongs to the recording.
         if (m_doc.KaraOKRecording) {
@@ -213,8 +216,7 @@ bool CTimePointCapture::SetStartTimePoint(std::optional<double> time)
             seconds = player->CurrentPosition() + m_doc.ReactOffsetStart;
         }
         const QString stamp = StampText(seconds);
-        grid.setText(stamp);
-        m_grid.TellPreview(kStart, row);
+        WriteStamp(row, kStart, stamp);
         grid.setCol(kEnd);
         if (m_doc.AutoEndTimePoint && row != 1)
             FillEndOfRowAbove(row, stamp);
@@ -247,6 +249,7 @@ void CTimePointCapture::FillEndOfRowAbove(int row, const QString &stamp)
 bool CTimePointCapture::SetEndTimePoint(std::optional<double> time)
 {
     CSpread &grid = Grid();
+    const CGridAction action(m_grid, "VELMAR_UNDO_204");
     try {
         CPlayer *player = Player();
         if (!time && !player) {
@@ -260,8 +263,7 @@ bool CTimePointCapture::SetEndTimePoint(std::optional<double> time)
         grid.setRow(row);
         grid.setCol(kEnd);
         const double seconds = time ? *time : player->CurrentPosition() + m_doc.ReactOffsetEnd;
-        grid.setText(StampText(seconds));
-        m_grid.TellPreview(kEnd, row);
+        WriteStamp(row, kEnd, StampText(seconds));
         MoveToNextRow();
         grid.setCol(kStart);
         grid.ActivateCell();
@@ -272,6 +274,33 @@ bool CTimePointCapture::SetEndTimePoint(std::optional<double> time)
         return true;
     } catch (...) {
         Report("TIMING_ERR_111");
+        return false;
+    }
+}
+
+// The cell write of every stamp: the text into the time cell, the preview told.
+void CTimePointCapture::WriteStamp(int row, int col, const QString &stamp)
+{
+    CSpread &grid = Grid();
+    grid.setRow(row);
+    grid.setCol(col);
+    grid.setText(stamp);
+    m_grid.TellPreview(col, row);
+}
+
+bool CTimePointCapture::SetRowTime(int row, int column, double seconds)
+{
+    CSpread &grid = Grid();
+    if (row < 1 || row > grid.MaxRows() || (column != kStart && column != kEnd))
+        return false;
+    const CGridAction action(m_grid, "VELMAR_UNDO_206");
+    try {
+        const CSpreadCellKeeper keep(grid);
+        WriteStamp(row, column, StampText(seconds));
+        m_doc.setChanged(true);
+        return true;
+    } catch (...) {
+        Report(column == kStart ? "TIMING_ERR_110" : "TIMING_ERR_111");
         return false;
     }
 }
@@ -338,6 +367,7 @@ bool CTimePointCapture::KaraOKToggle(bool pressed)
 
 void CTimePointCapture::KaraOKStartLine()
 {
+    const CGridAction action(m_grid, "VELMAR_UNDO_203");
     SetStartTimePoint();
     if (!ActiveRowValid())
         return;
@@ -351,6 +381,7 @@ void CTimePointCapture::KaraOKNewLyrics(const QString &text)
 {
     if (!m_doc.KaraOKRecording)
         return;
+    const CGridAction action(m_grid, "VELMAR_UNDO_207");
     try {
         CPlayer *player = Player();
         if (!player)
@@ -377,6 +408,7 @@ void CTimePointCapture::KaraOKNewLyrics(const QString &text)
 
 void CTimePointCapture::KaraOKEndLine()
 {
+    const CGridAction action(m_grid, "VELMAR_UNDO_204");
     SetEndTimePoint();
     m_doc.KaraOKStartTime = 0;
     m_doc.KaraOKRecording = false;

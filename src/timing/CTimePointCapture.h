@@ -53,6 +53,11 @@ public:
     bool SetStartTimePoint(std::optional<double> time = std::nullopt);
     // Column 4 of the active row; the cursor goes to column 3 of the next row.
     bool SetEndTimePoint(std::optional<double> time = std::nullopt);
+    // The stamp's own write for a given row and time column (3 or 4) and a time taken as
+    // it is: the cell's text, the preview told, the document changed, the cursor where it
+    // was; one undo step. What the waveform strip calls when an edge is dragged. A time no
+    // string can hold reports the stamp's fault. Result: whether the time was written.
+    bool SetRowTime(int row, int column, double seconds);
     // Current row to the row below the active one, appending and scrolling.
     void MoveToNextRow();
     // Rows in view from TopRow on (those with a time or dialogue cell visible).
@@ -93,6 +98,7 @@ private:
     CSpread &Grid() const;
     bool ActiveRowValid() const;
     void FillEndOfRowAbove(int row, const QString &stamp);
+    void WriteStamp(int row, int col, const QString &stamp);
 
     CTiming &m_doc;
     CTimingGrid &m_grid;

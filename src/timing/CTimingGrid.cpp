@@ -1,5 +1,6 @@
 #include "timing/CTimingGrid.h"
 
+#include "core/CGridAction.h"
 #include "core/CSpreadCellKeeper.h"
 #include "core/CSpreadDrawingStop.h"
 #include "core/IPrompt.h"
@@ -12,6 +13,7 @@
 #include "script/CFonts.h"
 #include "script/CSSAContent.h"
 #include "script/basScript.h"
+#include "timing/CGridHistory.h"
 
 #include <QSet>
 #include <limits>
@@ -71,9 +73,15 @@ CTimingGrid::CTimingGrid()
     , m_columnView(*this)
 {
     SetupColumns();
+    m_history = std::make_unique<CGridHistory>(*this);
+    m_history->SetBudget(CGridHistory::BudgetSetting());
+    m_spread->SetJournal(m_history.get());
 }
 
-CTimingGrid::~CTimingGrid() = default;
+CTimingGrid::~CTimingGrid()
+{
+    m_spread->SetJournal(nullptr);
+}
 
 QStringList CTimingGrid::LineTypeItems()
 {
@@ -156,9 +164,12 @@ void CTimingGrid::TellPreview(int col, int row)
 void CTimingGrid::ResetGrid(int openMode)
 {
     CSpread &grid = *m_spread;
-    grid.setMaxCols(ColumnCount);
-    if (openMode != 0)
+    if (openMode != 0) {
+        grid.setMaxCols(ColumnCount);
         return;
+    }
+    const CGridAction reset(*this, nullptr, CGridAction::Reset);
+    grid.setMaxCols(ColumnCount);
     grid.setMaxRows(0);
     if (m_hooks)
         m_hooks->ClearPreview();
@@ -316,6 +327,7 @@ void CTimingGrid::SetDocument(CTiming *document)
     m_document = document;
     if (m_document)
         attach(m_document, this);
+    m_history->SetStack(m_document ? &m_document->UndoStack() : nullptr);
 }
 
 const CFonts *CTimingGrid::DocumentFonts() const
@@ -421,6 +433,7 @@ QStringList CTimingGrid::ColumnTexts(int col) const
 void CTimingGrid::RefreshStyleCells(const CFonts &fonts)
 {
     CSpread &grid = *m_spread;
+    const CGridAction action(*this, "VELMAR_UNDO_220");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     const QStringList kept = ColumnTexts(ColStyle);
@@ -437,6 +450,7 @@ void CTimingGrid::RefreshStyleCells()
 void CTimingGrid::RefreshOwnerCells(const QStringList &names)
 {
     CSpread &grid = *m_spread;
+    const CGridAction action(*this, "VELMAR_UNDO_221");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     const QStringList kept = ColumnTexts(ColOwner);
@@ -511,6 +525,10 @@ void CTimingGrid::LoadRow(
 void CTimingGrid::LoadGridFromContent(CSSAContent &content, const CFonts *fonts)
 {
     CSpread &grid = *m_spread;
+    // A file read over the grid starts its history afresh; lines added behind the rows
+    // are one step.
+    const CGridAction action(
+        *this, "VELMAR_UNDO_217", OpenMode == 0 ? CGridAction::Reset : CGridAction::Step);
     const CSpreadDrawingStop stop(grid);
     ResetGrid(OpenMode);
 
@@ -629,6 +647,7 @@ void CTimingGrid::StoreGridToContent(CSSAContent &content)
 void CTimingGrid::FillTextColumn(const QStringList &lines)
 {
     CSpread &grid = *m_spread;
+    const CGridAction action(*this, "VELMAR_UNDO_218");
     try {
         const CSpreadDrawingStop stop(grid);
         grid.setRow(1);

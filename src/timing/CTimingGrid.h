@@ -8,6 +8,7 @@
 #include <memory>
 
 class CFonts;
+class CGridHistory;
 class CSSAContent;
 class CSSAContentLine;
 class CTiming;
@@ -20,6 +21,9 @@ class ITimingPreviewHooks;
 // While a document is open the grid, not the event list, holds the lines: loading fills
 // the cells from the list after a read, storing rebuilds the list from the cells before
 // anything needs the lines (a save, a page export).
+//
+// The grid keeps an undo history of its content (see CGridHistory and CGridAction): a
+// load that replaces the grid starts it afresh, a load that adds lines is one step.
 class CTimingGrid : public ITimingGrid
 {
 public:
@@ -36,6 +40,7 @@ public:
 
     CSpread &Spread() { return *m_spread; }
     const CSpread &Spread() const { return *m_spread; }
+    CGridHistory &History() const { return *m_history; }
 
     // The preview that is told of rows; nullptr tells nobody. Not owned.
     void SetPreviewHooks(ITimingPreviewHooks *hooks) { m_hooks = hooks; }
@@ -92,7 +97,8 @@ public:
     // The document whose styles fill the style list and whose script type, subtype and
     // time format go into a stored list. Not owned; nullptr for none.
     // Attaching also makes this grid the document's TimingTable, so that assembling the
-    // document's file first stores the grid.
+    // document's file first stores the grid, and puts the grid's undo steps on the
+    // document's stack.
     void SetDocument(CTiming *document);
     CTiming *Document() const { return m_document; }
 
@@ -139,6 +145,7 @@ private:
     void LoadRow(int row, CSSAContentLine &line, bool ssa, const CFonts *fonts, const QStringList &styles);
 
     std::unique_ptr<CSpread> m_spread;
+    std::unique_ptr<CGridHistory> m_history;
     ITimingPreviewHooks *m_hooks = nullptr;
     qint32 m_serialNo = 0;
     CTimingColumnView m_columnView;

@@ -1,5 +1,6 @@
 #include "timing/basLineOps.h"
 
+#include "core/CGridAction.h"
 #include "core/CSpreadCellKeeper.h"
 #include "core/CSpreadDrawingStop.h"
 #include "core/basConvert.h"
@@ -81,6 +82,10 @@ template <typename F> void ForSelectedRows(CSpread &grid, bool wholeColumns, F &
 void InsertRows(CTimingGrid &form, int which)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form,
+        which == WholeRows         ? "MENU_TIMING_200"
+            : which == DialogCells ? "MENU_TIMING_202"
+                                   : "MENU_TIMING_201");
     int first = 0;
     int last = 0;
     if (!ActionRows(grid, first, last))
@@ -117,6 +122,10 @@ void InsertRows(CTimingGrid &form, int which)
 void DeleteRows(CTimingGrid &form, int which)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form,
+        which == WholeRows         ? "MENU_TIMING_300"
+            : which == DialogCells ? "MENU_TIMING_302"
+                                   : "MENU_TIMING_301");
     int first = 0;
     int last = 0;
     if (!ActionRows(grid, first, last))
@@ -155,6 +164,7 @@ void DeleteRows(CTimingGrid &form, int which)
 void ClearCells(CTimingGrid &form)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "MENU_TIMING_400");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     grid.GetMultiSelection();
@@ -190,6 +200,7 @@ void ClearCells(CTimingGrid &form)
 void SetChangedFlag(CTimingGrid &form, bool on)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_213");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     ForSelectedRows(grid, true, [&](int row) { form.SetRowChanged(row, on); });
@@ -198,6 +209,7 @@ void SetChangedFlag(CTimingGrid &form, bool on)
 void SetQuestionFlag(CTimingGrid &form, bool on)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_213");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     ForSelectedRows(grid, true, [&](int row) { form.SetRowQuestion(row, on); });
@@ -206,6 +218,7 @@ void SetQuestionFlag(CTimingGrid &form, bool on)
 void SetCheckDisabledFlag(CTimingGrid &form, bool on)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_213");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     ForSelectedRows(grid, true, [&](int row) { form.SetRowCheckDisabled(row, on); });
@@ -214,6 +227,7 @@ void SetCheckDisabledFlag(CTimingGrid &form, bool on)
 void SetListChoice(CTimingGrid &form, const QString &text, int column)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_214");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     ForSelectedRows(grid, false, [&](int row) {
@@ -225,6 +239,7 @@ void SetListChoice(CTimingGrid &form, const QString &text, int column)
 void PasteLines(CTimingGrid &form, const QString &text)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_215");
     const int activeRow = grid.ActiveRow();
     const int activeCol = grid.ActiveCol();
     if (activeRow < 1 || activeRow > grid.MaxRows() || activeCol < 1)

@@ -1,5 +1,6 @@
 #include "timing/basTimeAdjust.h"
 
+#include "core/CGridAction.h"
 #include "core/CSpreadCellKeeper.h"
 #include "core/CSpreadDrawingStop.h"
 #include "core/IPrompt.h"
@@ -247,6 +248,7 @@ double LimitShiftForOverlap(const CTimingGrid &form, int row, int column, double
 void ShiftTimes(CTimingGrid &form, double delta)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_208");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     try {
@@ -273,6 +275,7 @@ void ShiftTimes(CTimingGrid &form, double delta)
 void ScaleTimes(CTimingGrid &form, double delta)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_209");
     const CSpreadCellKeeper keep(grid);
     const CSpreadDrawingStop stop(grid);
     try {
@@ -339,6 +342,7 @@ void AskTimeAdjust(CTimingGrid &form, int kind, ITimeValueDialog *dialog)
 void FillIncrement(CTimingGrid &form, int mode)
 {
     CSpread &grid = form.Spread();
+    const CGridAction action(form, "VELMAR_UNDO_210");
     const CSpreadDrawingStop stop(grid);
     grid.GetMultiSelection();
     if (grid.MultiSelCount() != 1)

@@ -337,9 +337,12 @@ void CWaveformStrip::mouseReleaseEvent(QMouseEvent *event)
 
 void CWaveformStrip::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && m_active && m_active->End > m_active->Start)
+    if (event->button() == Qt::LeftButton && m_active && m_active->End > m_active->Start) {
+        // The second press of a double-click is no click of its own: its release must not
+        // seek away from the span being played.
+        m_pressed = false;
         emit PlaySpanRequested(m_active->Start, m_active->End);
-    else
+    } else
         QWidget::mouseDoubleClickEvent(event);
 }
 

@@ -167,8 +167,8 @@ bool frmSetting::eventFilter(QObject *watched, QEvent *event)
         for (int i = 0; i < CHotKeys::Count; ++i) {
             if (watched != cmbHotKey[i])
                 continue;
-            const int code = KeyCodeOfQtKey(static_cast<QKeyEvent *>(event)->key());
-            if (m_model.HotKeyEntryKeyDown(i, code)) {
+            const auto *key = static_cast<QKeyEvent *>(event);
+            if (m_model.HotKeyEntryKeyDown(i, KeyCodeOfQtKey(key->key()), key->modifiers())) {
                 cmbHotKey[i]->setCurrentText(m_model.cmbHotKey[i]);
                 return true;
             }

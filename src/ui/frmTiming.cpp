@@ -1,11 +1,13 @@
 #include "ui/frmTiming.h"
 
+#include "core/CGridAction.h"
 #include "core/CHotKeys.h"
 #include "core/IPlayerWindow.h"
 #include "core/IPrompt.h"
 #include "core/basBackup.h"
 #include "core/basMain.h"
 #include "core/basMessage.h"
+#include "core/basSetting.h"
 #include "core/basText.h"
 #include "formats/CTiming.h"
 #include "formats/CTimings.h"
@@ -14,20 +16,24 @@
 #include "player/CPlayer.h"
 #include "player/CPlayers.h"
 #include "player/CPreview.h"
+#include "player/CWaveformLoader.h"
 #include "script/CSSAContent.h"
 #include "script/CSSAContentLine.h"
 #include "shell/CRecentFile.h"
 #include "shell/CVelmar.h"
 #include "shell/basRouting.h"
 #include "timing/CCaptureKey.h"
+#include "timing/CGridHistory.h"
 #include "timing/CSliderTimeModel.h"
 #include "timing/CTimePointCapture.h"
 #include "timing/CTimingGrid.h"
+#include "timing/CTimingWaveform.h"
 #include "timing/basLineOps.h"
 #include "timing/basTimeAdjust.h"
 #include "translation/CTranslate.h"
 #include "translation/CTranslates.h"
 #include "ui/CSpreadView.h"
+#include "ui/CWaveformStrip.h"
 #include "ui/MdiVelmar.h"
 #include "ui/basWindowLists.h"
 #include "ui/frmCheckTiming.h"
@@ -140,6 +146,8 @@ frmTiming::frmTiming(QWidget *parent)
 
 frmTiming::~frmTiming()
 {
+    m_waveLoader.reset();
+    m_wave.reset();
     m_capture.reset();
     // A window destroyed without closing (the frame going away) takes its document
     // along, so that no list keeps a document whose window is gone.
@@ -169,6 +177,8 @@ struct frmTiming::BarButton
     void (*Run)(frmTiming &, bool) = nullptr;
     // A tip that shows a hot key; nullptr: the catalogue's tip.
     QString (*KeyTip)(const CHotKeys &) = nullptr;
+    // The caption's catalogue key, where the caption is not the literal text.
+    const char *TextKey = nullptr;
 };
 
 // An entry of a button's drop-down menu, with the catalogue key of its caption.
@@ -233,6 +243,12 @@ const std::vector<frmTiming::BarButton> &frmTiming::BarButtons()
             [](frmTiming &w, bool pressed) { w.karaOKPressed(pressed); } },
         { &frmTiming::tlbMode, "Preview", "PREVIEW_BUTTON_TIP_101", u"预览", B::Toggle,
             [](frmTiming &w, bool on) { w.previewToggled(on); } },
+        { &frmTiming::tlbFile, "Undo", "VELMAR_UNDO_102", u"撤销", B::Push,
+            [](frmTiming &w, bool) { w.historyStep(false); }, nullptr, "VELMAR_UNDO_100" },
+        { &frmTiming::tlbFile, "Redo", "VELMAR_UNDO_103", u"重做", B::Push,
+            [](frmTiming &w, bool) { w.historyStep(true); }, nullptr, "VELMAR_UNDO_101" },
+        { &frmTiming::tlbMode, "Waveform", "VELMAR_WAVE_601", u"波形", B::Toggle,
+            [](frmTiming &w, bool on) { w.waveformToggled(on); }, nullptr, "VELMAR_WAVE_600" },
     };
     return buttons;
 }
@@ -277,7 +293,9 @@ void frmTiming::buildBars()
     connect(timPreview, &QTimer::timeout, this, &frmTiming::paintPreview);
 
     for (const BarButton &b : BarButtons()) {
-        QAction *a = (this->*b.Bar)->addAction(QString::fromUtf16(b.Text));
+        QAction *a
+            = (this->*b.Bar)
+                  ->addAction(b.TextKey ? Msg(QString::fromLatin1(b.TextKey)) : QString::fromUtf16(b.Text));
         a->setObjectName(QString::fromLatin1(b.Key));
         a->setCheckable(b.Type != BarButton::Push);
         if (!b.Run)
@@ -323,7 +341,8 @@ void frmTiming::buildButtonMenus()
             connect(a, &QAction::triggered, this, [this, run] { run(*this); });
     }
     for (QToolButton *b : tlbFile->findChildren<QToolButton *>())
-        b->setPopupMode(QToolButton::MenuButtonPopup);
+        if (b->defaultAction() && b->defaultAction()->menu<QMenu *>())
+            b->setPopupMode(QToolButton::MenuButtonPopup);
 
     auto *ssaMenu = new QMenu(this);
     ssaMenu->setObjectName(QStringLiteral("mnuSSA"));
@@ -362,6 +381,88 @@ void frmTiming::previewToggled(bool on)
         timPreview->stop();
 }
 
+// ---- the waveform strip ------------------------------------------------------------------
+
+void frmTiming::waveformToggled(bool on)
+{
+    SaveSetting(QStringLiteral("Setting"), QStringLiteral("TimingWaveform"),
+        on ? QStringLiteral("1") : QStringLiteral("0"));
+    if (!m_wave)
+        return;
+    if (on && !wavStrip) {
+        wavStrip = new CWaveformStrip(splWaveform);
+        wavStrip->setObjectName(QStringLiteral("wavStrip"));
+        splWaveform->insertWidget(0, wavStrip);
+        splWaveform->setStretchFactor(0, 0);
+        splWaveform->setStretchFactor(1, 1);
+        m_waveLoader = std::make_unique<CWaveformLoader>();
+        m_waveLoader->OnProgress = [this](double done) { wavStrip->setProgress(done); };
+        m_waveLoader->OnLoaded = [this](const CWaveformResult &result) { wavStrip->ShowResult(result); };
+        // Each request goes to the player or the grid; the keys go back to the grid.
+        connect(wavStrip, &CWaveformStrip::SeekRequested, this, [this](double seconds) {
+            m_wave->Seek(seconds);
+            refreshWaveform();
+            spdTiming->setFocus();
+        });
+        connect(wavStrip, &CWaveformStrip::EdgeDragged, this, [this](WaveformEdge edge, double seconds) {
+            m_wave->SetEdge(edge, seconds);
+            // The edit box shows the cell's new time when it is the one at the cursor.
+            const CSpread &grid = m_grid->Spread();
+            if (IsEditorColumn(grid.ActiveCol()) && grid.ActiveRow() >= 1)
+                refreshEditor(grid.ActiveCol(), grid.ActiveRow());
+            refreshWaveform();
+            spdTiming->setFocus();
+        });
+        connect(wavStrip, &CWaveformStrip::PlaySpanRequested, this, [this](double start, double end) {
+            m_wave->PlaySpan(start, end);
+            spdTiming->setFocus();
+        });
+    }
+    if (!wavStrip)
+        return;
+    wavStrip->setVisible(on);
+    if (on) {
+        refreshWaveform();
+        timWaveform->start();
+    } else {
+        // A hidden strip reads nothing: the next showing starts again (from the cache).
+        timWaveform->stop();
+        m_waveLoader->Cancel();
+        m_wavePath.clear();
+    }
+}
+
+bool frmTiming::WaveformLoading() const
+{
+    return m_waveLoader && m_waveLoader->Busy();
+}
+
+// The strip follows the player (its file, its position) and the active row.
+void frmTiming::refreshWaveform()
+{
+    if (!wavStrip || !m_wave)
+        return;
+    m_wave->Tick();
+    const QString path = m_wave->MediaPath();
+    if (path != m_wavePath) {
+        // Another player or another file: the reading under way is of no use any more.
+        m_wavePath = path;
+        if (path.isEmpty()) {
+            m_waveLoader->Cancel();
+            wavStrip->setPeaks(nullptr);
+            wavStrip->setMessage(Msg(QStringLiteral("VELMAR_WAVE_602")));
+        } else {
+            wavStrip->setPeaks(nullptr);
+            wavStrip->setProgress(0);
+            m_waveLoader->Load(path);
+        }
+    }
+    if (const std::optional<double> position = m_wave->Position())
+        wavStrip->setPosition(*position);
+    wavStrip->setActiveSpan(m_wave->ActiveSpan());
+    wavStrip->setNeighbourSpans(m_wave->NeighbourSpans());
+}
+
 void frmTiming::shiftTimes(double seconds)
 {
     if (m_capture && m_capture->ShiftTimes)
@@ -376,6 +477,49 @@ void frmTiming::applyTips()
     }
     if (HotKeys)
         cmdInsertTimePoint->setText(InsertTimePointCaption(*HotKeys));
+    updateHistoryControls();
+}
+
+// The undo and redo controls follow the steps: enabled when there is one, the tip naming it.
+void frmTiming::updateHistoryControls()
+{
+    CGridHistory &history = m_grid->History();
+    const struct
+    {
+        const char *Button;
+        const char *Popup;
+        const char *TipKey;
+        bool On;
+        QString Step;
+    } controls[] = {
+        { "Undo", "mnuTimingUndo", "VELMAR_UNDO_104", history.CanUndo(), history.UndoText() },
+        { "Redo", "mnuTimingRedo", "VELMAR_UNDO_105", history.CanRedo(), history.RedoText() },
+    };
+    for (const auto &c : controls) {
+        if (QAction *button = Button(QString::fromLatin1(c.Button))) {
+            button->setEnabled(c.On);
+            if (c.On)
+                button->setToolTip(Msg(QString::fromLatin1(c.TipKey)).arg(c.Step));
+        }
+        if (mnuPopup)
+            if (QAction *entry = mnuPopup->findChild<QAction *>(QString::fromLatin1(c.Popup)))
+                entry->setEnabled(c.On);
+    }
+}
+
+void frmTiming::historyStep(bool redo)
+{
+    CSpread &s = m_grid->Spread();
+    // An open cell editor gives its text to the cell first: the step taken back is then
+    // the edit that was under way.
+    if (s.EditMode())
+        s.setEditMode(false);
+    CGridHistory &history = m_grid->History();
+    if (redo)
+        history.Redo();
+    else
+        history.Undo();
+    spdTiming->setFocus();
 }
 
 void frmTiming::buildLayout()
@@ -418,7 +562,15 @@ void frmTiming::buildLayout()
     layout->addWidget(cbaTiming);
     layout->addWidget(picPreview);
     layout->addLayout(editRow);
-    layout->addWidget(spdTiming, 1);
+    splWaveform = new QSplitter(Qt::Vertical, this);
+    splWaveform->setObjectName(QStringLiteral("splWaveform"));
+    splWaveform->setChildrenCollapsible(false);
+    splWaveform->addWidget(spdTiming);
+    layout->addWidget(splWaveform, 1);
+    timWaveform = new QTimer(this);
+    timWaveform->setObjectName(QStringLiteral("timWaveform"));
+    timWaveform->setInterval(40);
+    connect(timWaveform, &QTimer::timeout, this, &frmTiming::refreshWaveform);
     resize(900, 560);
 }
 
@@ -455,6 +607,15 @@ void frmTiming::wireGrid()
     });
     spdTiming->installEventFilter(this);
     rtfEdit->installEventFilter(this);
+    CGridHistory &history = m_grid->History();
+    connect(&history, &CGridHistory::StateChanged, this, &frmTiming::updateHistoryControls);
+    // The editor shows the cell a step put the cursor back on.
+    connect(&history, &CGridHistory::Restored, this, [this](int col, int row) {
+        if (IsEditorColumn(col) && row >= 1)
+            refreshEditor(col, row);
+        else
+            setEditorText(QString(), false);
+    });
     // The grid's in-place editor is part of the grid: the same keys act there.
     connect(spdTiming, &CSpreadView::EditorOpened, this, [this](QWidget *editor) {
         editor->installEventFilter(this);
@@ -524,6 +685,9 @@ void frmTiming::Init(CVelmar *root)
     // Making the first rows tells the preview, which counts as a change: a new window
     // holds nothing to save.
     m_doc->setChanged(false);
+    m_wave = std::make_unique<CTimingWaveform>(*m_doc, *m_grid, *m_capture);
+    if (GetSetting(QStringLiteral("Setting"), QStringLiteral("TimingWaveform")) == QStringLiteral("1"))
+        Button(QStringLiteral("Waveform"))->setChecked(true);
 }
 
 // ---- auto-save ----------------------------------------------------------------------------
@@ -586,6 +750,14 @@ bool frmTiming::eventFilter(QObject *watched, QEvent *event)
     auto *keyEvent = static_cast<QKeyEvent *>(event);
     const CCaptureKey key = CCaptureKey::FromQt(keyEvent->key(), keyEvent->modifiers(), keyEvent->text());
     if (event->type() == QEvent::KeyPress) {
+        // The grid's undo keys come before every hot key; the editors keep their own.
+        if (const HistoryKey step = HistoryKeyOf(key); step != HistoryKey::None) {
+            if (watched != spdTiming)
+                return QWidget::eventFilter(watched, event);
+            if (!m_grid->Spread().EditMode())
+                historyStep(step == HistoryKey::Redo);
+            return true;
+        }
         if (formKey(key.KeyCode, key.Ctrl))
             return true;
         const bool grid = watched == spdTiming || watched->property("GridEditor").toBool();
@@ -625,8 +797,11 @@ void frmTiming::refreshEditor(int col, int row)
 void frmTiming::leaveCell(int col, int, int newCol, int newRow)
 {
     CSpread &s = m_grid->Spread();
-    if (newRow == s.MaxRows())
+    if (newRow == s.MaxRows()) {
+        // The spare row goes with the step before it: undoing that takes it back too.
+        const CGridAction action(*m_grid, "VELMAR_UNDO_219", CGridAction::FollowsPrevious);
         m_grid->AppendRow();
+    }
     if (IsEditorColumn(newCol) || (newCol == -1 && IsEditorColumn(col))) {
         rtfEdit->setEnabled(true);
         if (newCol != -1 && newRow != -1)
@@ -647,6 +822,7 @@ void frmTiming::editorChanged()
     const int row = s.ActiveRow();
     if (!IsEditorColumn(col) || row < 1)
         return;
+    const CGridAction action(*m_grid, "VELMAR_UNDO_202", CGridAction::Typing);
     QString text = plain;
     if (col == CTimingGrid::ColDialog) {
         text.replace(u'\n', QStringLiteral("\\N"));
@@ -673,6 +849,7 @@ void frmTiming::rowHeaderDoubleClicked(int row)
     }
     if (rows.isEmpty())
         rows << row;
+    const CGridAction action(*m_grid, "VELMAR_UNDO_213");
     for (int r : rows)
         m_grid->SetRowChanged(r, !m_grid->RowChanged(r));
 }
@@ -959,6 +1136,11 @@ const std::vector<frmTiming::PopupItem> &frmTiming::PopupItems()
     using namespace basLineOps;
     using namespace basTimeAdjust;
     static const std::vector<P> items = {
+        { P::Item, "mnuTimingUndo", "VELMAR_UNDO_102", nullptr, nullptr,
+            [](frmTiming &w) { w.historyStep(false); } },
+        { P::Item, "mnuTimingRedo", "VELMAR_UNDO_103", nullptr, nullptr,
+            [](frmTiming &w) { w.historyStep(true); } },
+        { P::Separator },
         { P::Item, "mnuTimingAjustTime", "MENU_TIMING_100", nullptr, &E::AjustTime,
             [](frmTiming &w) { AskTimeAdjust(*w.m_grid, AdjustShift); } },
         { P::Submenu, "mnuTimingScaleTime", nullptr, u"缩放时间轴", &E::AjustTime },
@@ -1069,6 +1251,7 @@ void frmTiming::buildPopup()
                 fillPopupList(mnuPopup->findChild<QMenu *>(name), listItems(item.Column), item.Column,
                     item.WindowItem ? findChild<QAction *>(QString::fromLatin1(item.WindowItem)) : nullptr);
         }
+        updateHistoryControls();
     });
 }
 
@@ -1248,6 +1431,9 @@ void frmTiming::closeEvent(QCloseEvent *event)
     if (m_doc && m_doc->Parent()) {
         if (m_doc->KaraOKMode)
             TellDraftKaraOK(m_doc->TranslateWindow, false);
+        timWaveform->stop();
+        m_waveLoader.reset();
+        m_wave.reset();
         m_capture.reset();
         timPreview->stop();
         detachDocument();

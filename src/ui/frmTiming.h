@@ -14,6 +14,9 @@
 
 class CTiming;
 class CTimingGrid;
+class CTimingWaveform;
+class CWaveformLoader;
+class CWaveformStrip;
 class CTimePointCapture;
 class CSpreadView;
 class CVelmar;
@@ -25,6 +28,7 @@ class QDialog;
 class QLabel;
 class QMenu;
 class QPushButton;
+class QSplitter;
 class QTextEdit;
 class QTimer;
 class QToolBar;
@@ -93,6 +97,9 @@ public:
     bool runFileOption(frmFileOption &dialog, FileOperation operation, const std::function<bool()> &show);
     // Tool tips and captions that show hot keys, written again after a key changed.
     void applyTips();
+    // Takes the grid's last step back (redo: does the next one again), as the Undo and
+    // Redo buttons, the popup's first entries and Ctrl+Z, Ctrl+Y, Ctrl+Shift+Z do.
+    void historyStep(bool redo);
 
     // The frame's player commands the form keys reach, and its file commands the Open
     // menu offers; unset ones do nothing.
@@ -133,6 +140,13 @@ public:
     QMenu *mnuPopup = nullptr;
     QAction *mnuFileSaveTiming = nullptr;
     QAction *mnuFileSaveAsTiming = nullptr;
+    // The grid below the edit box, with the waveform strip above it once the strip has
+    // been shown (the Waveform toggle of tlbMode); the strip is made on its first showing.
+    QSplitter *splWaveform = nullptr;
+    CWaveformStrip *wavStrip = nullptr;
+    QTimer *timWaveform = nullptr;
+    // The audio of the linked player's file being read for the strip.
+    bool WaveformLoading() const;
 
     // The child windows this window opened (each at most one).
     QPointer<QWidget> CheckWindow;
@@ -193,10 +207,17 @@ private:
     // The open effect window follows the document's player.
     void handPlayerToEffect();
     void askReactOffset(bool end);
+    void updateHistoryControls();
+    void waveformToggled(bool on);
+    void refreshWaveform();
 
     CTiming *m_doc = nullptr;
     std::unique_ptr<CTimingGrid> m_grid;
     std::unique_ptr<class CPictureBox> m_picture;
     std::unique_ptr<CTimePointCapture> m_capture;
+    std::unique_ptr<CTimingWaveform> m_wave;
+    std::unique_ptr<CWaveformLoader> m_waveLoader;
+    // The file whose audio the strip shows or reads.
+    QString m_wavePath;
     bool m_editorGuard = false;
 };

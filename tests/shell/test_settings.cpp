@@ -172,6 +172,17 @@ TEST_F(SettingDialogTest, InitShowsTheKeysByName)
     keys.setHOTKEY_Refresh(1000);
     dialog.Init(keys, autoSave);
     EXPECT_EQ(dialog.cmbHotKey[8], QStringLiteral("Undefined"));
+
+    // The grid's undo and redo keys are taken by no hot key; Z and Y alone, or with Alt,
+    // are keys like any other.
+    EXPECT_FALSE(dialog.HotKeyEntryKeyDown(3, 'Z', Qt::ControlModifier));
+    EXPECT_FALSE(dialog.HotKeyEntryKeyDown(3, 'Z', Qt::ControlModifier | Qt::ShiftModifier));
+    EXPECT_FALSE(dialog.HotKeyEntryKeyDown(4, 'Y', Qt::ControlModifier));
+    EXPECT_EQ(dialog.cmbHotKey[3], QStringLiteral("F8"));
+    EXPECT_EQ(dialog.cmbHotKey[4], QStringLiteral("F9"));
+    EXPECT_TRUE(dialog.HotKeyEntryKeyDown(5, 'Y'));
+    EXPECT_TRUE(dialog.HotKeyEntryKeyDown(6, 'Z', Qt::ControlModifier | Qt::AltModifier));
+    EXPECT_EQ(dialog.cmbHotKey[6], QStringLiteral("Z"));
 }
 
 TEST_F(SettingDialogTest, DuplicateKeysRefuseTheDialogExceptUndefinedAndEntryZero)

@@ -1,10 +1,15 @@
 // The timing window's wiring: keys reach the capture, the editor follows the cell, files
 // go in and out by name, the close question and the one-of-a-kind child windows.
+#include "../player/WaveformMedia.h"
 #include "core/CHotKeys.h"
 #include "core/CScriptedPrompt.h"
+#include "core/CUndoStack.h"
 #include "core/IPlayerWindow.h"
 #include "core/basMain.h"
+#include "core/basMessage.h"
+#include "core/basSetting.h"
 #include "core/basText.h"
+#include "core/basTime.h"
 #include "formats/CTiming.h"
 #include "formats/CTimings.h"
 #include "player/CFakeMediaControl.h"
@@ -15,11 +20,13 @@
 #include "timing/CSliderTimeModel.h"
 #include "timing/CTimingGrid.h"
 #include "ui/CSpreadView.h"
+#include "ui/CWaveformStrip.h"
 #include "ui/MdiVelmar.h"
 #include "ui/frmCheckTiming.h"
 #include "ui/frmFileOption.h"
 #include "ui/frmFindSpread.h"
 #include "ui/frmTiming.h"
+#include <QSplitter>
 
 #include <QAction>
 #include <QButtonGroup>
@@ -31,6 +38,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
@@ -263,6 +271,148 @@ TEST_F(TimingWindowTest, ButtonsCarryTheirTipsAndTheKaraokeNeedsATranslation)
     EXPECT_EQ(form->timPreview->interval(), 100);
     form->Button(QStringLiteral("StepPause"))->trigger();
     EXPECT_TRUE(doc->StepPause);
+}
+
+TEST_F(TimingWindowTest, CtrlZAndCtrlYTakeGridStepsBackAndForthButNotInTheCellEditor)
+{
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    QAction *undo = form->Button(QStringLiteral("Undo"));
+    QAction *redo = form->Button(QStringLiteral("Redo"));
+    ASSERT_TRUE(undo && redo);
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_FALSE(redo->isEnabled());
+    // The keys come before every hot key: a start key "Z" still stamps, Ctrl+Z does not.
+    HotKeys->setHOTKEY_TimingStartTime('Z');
+    activate(CTimingGrid::ColStartTime, 1);
+    control.setPositionDirect(3.0);
+    QTest::keyClick(form->spdTiming, Qt::Key_Z);
+    const QString stamped = cell(CTimingGrid::ColStartTime, 1);
+    EXPECT_NE(stamped, QStringLiteral("0:00:00.00"));
+    EXPECT_TRUE(undo->isEnabled());
+    EXPECT_EQ(undo->toolTip(), Msg("VELMAR_UNDO_104").arg(Msg("VELMAR_UNDO_203")));
+    EXPECT_TRUE(doc->Changed());
+
+    QTest::keyClick(form->spdTiming, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), QStringLiteral("0:00:00.00"));
+    EXPECT_EQ(grid().ActiveCol(), CTimingGrid::ColStartTime);
+    EXPECT_FALSE(doc->Changed());
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_TRUE(redo->isEnabled());
+    QTest::keyClick(form->spdTiming, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), stamped);
+    EXPECT_TRUE(doc->Changed());
+    undo->trigger();
+    QTest::keyClick(form->spdTiming, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), stamped);
+
+    // Lines typed into the editor go back in one step, and the editor shows the cell.
+    activate(CTimingGrid::ColDialog, 2);
+    form->rtfEdit->setPlainText(QStringLiteral("新"));
+    form->rtfEdit->setPlainText(QStringLiteral("新的"));
+    form->rtfEdit->setPlainText(QStringLiteral("新的一句"));
+    undo->trigger();
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("第二句"));
+    EXPECT_EQ(form->rtfEdit->toPlainText(), QStringLiteral("第二句"));
+
+    // The popup opens with the two entries, enabled as the buttons are.
+    const QList<QAction *> entries = form->mnuPopup->actions();
+    ASSERT_GE(entries.size(), 3);
+    EXPECT_EQ(entries.at(0)->objectName(), QStringLiteral("mnuTimingUndo"));
+    EXPECT_EQ(entries.at(0)->text(), Msg("VELMAR_UNDO_102"));
+    EXPECT_EQ(entries.at(1)->objectName(), QStringLiteral("mnuTimingRedo"));
+    emit form->mnuPopup->aboutToShow();
+    EXPECT_EQ(entries.at(0)->isEnabled(), undo->isEnabled());
+    EXPECT_TRUE(entries.at(1)->isEnabled());
+    entries.at(1)->trigger();
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("新的一句"));
+
+    // In the open cell editor Ctrl+Z is the editor's: the grid keeps its steps.
+    const int steps = doc->UndoStack().Index();
+    activate(CTimingGrid::ColDialog, 3);
+    grid().setEditMode(true);
+    QWidget *editor = form->spdTiming->findChild<QLineEdit *>();
+    ASSERT_TRUE(editor);
+    control.setPositionDirect(9.0);
+    QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(doc->UndoStack().Index(), steps);
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("新的一句"));
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 1), stamped);
+    grid().setEditMode(false);
+}
+
+// The waveform strip under the edit box: off, the window is as it always was; on, it reads
+// the linked player's audio, a click seeks, a double-click plays the line, and an edge
+// dragged sets the active row's time as one undo step.
+TEST_F(TimingWindowTest, WaveformStripReadsThePlayersAudioAndADraggedEdgeIsOneStep)
+{
+    QTemporaryDir media;
+    const QString wav = WaveformMedia::Make({ WaveformMedia::BurstSource({ 1.0, 3.0 }, 6, 22050) },
+        { QStringLiteral("-c:a"), QStringLiteral("pcm_s16le") },
+        media.filePath(QStringLiteral("bursts.wav")));
+    if (wav.isEmpty())
+        GTEST_SKIP() << "ffmpeg is not installed";
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    control.setURL(wav);
+    control.setPlayStateDirect(3);
+    form->show();
+    QAction *toggle = form->Button(QStringLiteral("Waveform"));
+    ASSERT_TRUE(toggle);
+    EXPECT_FALSE(toggle->isChecked());
+    EXPECT_EQ(toggle->toolTip(), Msg("VELMAR_WAVE_601"));
+    QCoreApplication::processEvents();
+    const QRect gridAlone = form->spdTiming->geometry();
+    EXPECT_EQ(form->wavStrip, nullptr);
+    EXPECT_EQ(gridAlone.height(), form->splWaveform->height());
+
+    activate(CTimingGrid::ColStartTime, 2);
+    key(Qt::Key_F8, 1.0);
+    key(Qt::Key_F9, 1.6);
+    activate(CTimingGrid::ColStartTime, 2);
+    control.setPositionDirect(1.5);
+    toggle->trigger();
+    ASSERT_TRUE(form->wavStrip && form->wavStrip->isVisible());
+    EXPECT_EQ(GetSetting(QStringLiteral("Setting"), QStringLiteral("TimingWaveform")), QStringLiteral("1"));
+    QTRY_VERIFY_WITH_TIMEOUT(!form->WaveformLoading(), 30000);
+    EXPECT_EQ(form->wavStrip->Message().toStdString(), "");
+    EXPECT_LT(form->spdTiming->height(), gridAlone.height());
+
+    // The end edge dragged from 1.6 s to about 2.3 s.
+    CWaveformView &view = form->wavStrip->View();
+    const int y = form->wavStrip->height() / 2;
+    const int from = qRound(view.XAt(1.6));
+    const int to = qRound(view.XAt(2.3));
+    const double dropped = view.DragTime(WaveformEdge::End, to, WaveformSpan { 1.0, 1.6 });
+    EXPECT_NEAR(dropped, 2.3, 0.05);
+    const int steps = doc->UndoStack().Index();
+    QTest::mousePress(form->wavStrip, Qt::LeftButton, {}, QPoint(from, y));
+    QTest::mouseMove(form->wavStrip, QPoint((from + to) / 2, y));
+    QTest::mouseRelease(form->wavStrip, Qt::LeftButton, {}, QPoint(to, y));
+    EXPECT_EQ(cell(CTimingGrid::ColEndTime, 2), TimeToString(dropped, 2));
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 2), QStringLiteral("0:00:01.00"));
+    EXPECT_EQ(grid().ActiveRow(), 2);
+    EXPECT_EQ(doc->UndoStack().Index(), steps + 1);
+    EXPECT_EQ(doc->UndoStack().UndoText(), Msg("VELMAR_UNDO_206"));
+    form->historyStep(false);
+    EXPECT_EQ(cell(CTimingGrid::ColEndTime, 2), QStringLiteral("0:00:01.60"));
+    EXPECT_EQ(cell(CTimingGrid::ColStartTime, 2), QStringLiteral("0:00:01.00"));
+
+    // A click seeks; a double-click plays the line and the strip pauses it at its end.
+    QTest::mouseClick(form->wavStrip, Qt::LeftButton, {}, QPoint(qRound(view.XAt(4.0)), y));
+    EXPECT_NEAR(control.currentPosition(), 4.0, 0.05);
+    control.setPositionDirect(1.5);
+    form->wavStrip->setPosition(1.5);
+    QTest::mouseDClick(form->wavStrip, Qt::LeftButton, {}, QPoint(qRound(view.XAt(1.3)), y));
+    EXPECT_DOUBLE_EQ(control.currentPosition(), 1.0);
+    EXPECT_EQ(control.playState(), 3);
+    control.setPositionDirect(1.65);
+    QTRY_COMPARE_WITH_TIMEOUT(control.playState(), 2, 2000);
+
+    // Off again: the window is as it was, and the setting remembers it.
+    toggle->trigger();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(form->wavStrip->isVisible());
+    EXPECT_EQ(form->spdTiming->geometry(), gridAlone);
+    EXPECT_EQ(GetSetting(QStringLiteral("Setting"), QStringLiteral("TimingWaveform")), QStringLiteral("0"));
 }
 
 TEST_F(TimingWindowTest, TheFrameMakesTimingWindowsThatHearItsPlayers)
