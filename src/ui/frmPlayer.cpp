@@ -79,7 +79,10 @@ const std::vector<frmPlayer::BarButton> &frmPlayer::BarButtons()
         // Down: the subtitles of the linked timing document over the picture. Its state
         // comes from the settings.
         { &frmPlayer::tlbPlayer, "ShowSubtitles", QStyle::SP_FileDialogDetailedView, true, false,
-            [](frmPlayer &w, bool on) { w.onShowSubtitles(on); },
+            [](frmPlayer &w, bool on) {
+                CPlayerSubtitles::SaveEnabled(on);
+                w.onShowSubtitles(on);
+            },
             [](double, double, const CHotKeys &) { return Msg(QStringLiteral("VELMAR_OVERLAY_101")); } },
     };
     return buttons;
@@ -184,7 +187,7 @@ frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
     QAction *subtitles = Button(QStringLiteral("ShowSubtitles"));
     subtitles->setText(Msg(QStringLiteral("VELMAR_OVERLAY_100")));
     {
-        // The remembered state is not written back while it is being restored.
+        // Restoring the remembered state does not write it back.
         const QSignalBlocker quiet(subtitles);
         subtitles->setChecked(CPlayerSubtitles::SavedEnabled());
     }
@@ -281,7 +284,6 @@ void frmPlayer::onShowSubtitles(bool on)
 {
     if (on == m_subtitles->Enabled())
         return;
-    CPlayerSubtitles::SaveEnabled(on);
     m_subtitles->setEnabled(on);
     // Off, the control draws its frames as they come, as it does without subtitles.
     if (on)
