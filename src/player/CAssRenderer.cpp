@@ -1,5 +1,6 @@
 #include "player/CAssRenderer.h"
 
+#include "core/basMessage.h"
 #include "player/basAssComposite.h"
 
 #include <QStringView>
@@ -135,11 +136,11 @@ void CAssRenderer::Message(int level, const QString &text)
 QString CAssRenderer::Status() const
 {
     if (!m_library)
-        return QStringLiteral("字幕渲染器无法启动：libass 不能初始化");
+        return Msg(QStringLiteral("VELMAR_OVERLAY_200"));
     if (!m_renderer)
-        return QStringLiteral("字幕渲染器无法启动：libass 的渲染器不能初始化");
+        return Msg(QStringLiteral("VELMAR_OVERLAY_210"));
     if (!m_head.isEmpty() && !m_headUsable)
-        return QStringLiteral("字幕渲染器不接受这个脚本：脚本头里没有它能用的样式");
+        return Msg(QStringLiteral("VELMAR_OVERLAY_220"));
 
     int rejected = 0;
     QString firstRejected;
@@ -153,10 +154,10 @@ QString CAssRenderer::Status() const
     if (rejected > 0) {
         if (firstRejected.size() > 40)
             firstRejected = firstRejected.left(40) + QStringLiteral("…");
-        return QStringLiteral("字幕渲染器读不了 %1 行：%2").arg(rejected).arg(firstRejected);
+        return Msg(QStringLiteral("VELMAR_OVERLAY_230")).arg(rejected).arg(firstRejected);
     }
     if (!missingStyle.isEmpty())
-        return QStringLiteral("字幕渲染器找不到样式「%1」，这些行用默认样式显示").arg(missingStyle);
+        return Msg(QStringLiteral("VELMAR_OVERLAY_240")).arg(missingStyle);
 
     QStringList fonts = m_recentMissingFonts;
     for (int i = m_builtInStyles; m_track && i < m_track->n_styles; ++i) {
@@ -165,16 +166,16 @@ QString CAssRenderer::Status() const
             fonts << family;
     }
     if (!fonts.isEmpty())
-        return QStringLiteral("找不到字体「%1」，已用 %2 等替代字体显示")
-            .arg(fonts.join(QStringLiteral("」「")), QString::fromLatin1(kFallbackFamily));
+        return Msg(QStringLiteral("VELMAR_OVERLAY_250"))
+            .arg(fonts.join(QStringLiteral(", ")), QString::fromLatin1(kFallbackFamily));
     if (!m_missingGlyphs.isEmpty()) {
         QStringList codes;
         for (uint code : m_missingGlyphs)
             codes << QStringLiteral("U+%1").arg(code, 4, 16, QLatin1Char('0')).toUpper();
-        return QStringLiteral("没有字体能显示字符 %1").arg(codes.join(u' '));
+        return Msg(QStringLiteral("VELMAR_OVERLAY_260")).arg(codes.join(u' '));
     }
     if (!m_lastError.isEmpty())
-        return QStringLiteral("字幕渲染器出错：%1").arg(m_lastError);
+        return Msg(QStringLiteral("VELMAR_OVERLAY_270")).arg(m_lastError);
     return {};
 }
 

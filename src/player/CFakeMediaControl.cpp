@@ -180,3 +180,24 @@ void CFakeMediaControl::setUiMode(const QString &mode)
     Calls << QStringLiteral("uiMode ") + mode;
     m_uiMode = mode;
 }
+
+void CFakeMediaControl::FeedFrame(const QImage &frame, double seconds)
+{
+    m_frame = frame;
+    m_frameSeconds = seconds;
+    RefreshPicture();
+}
+
+void CFakeMediaControl::setPictureFilter(PictureFilter filter)
+{
+    m_filter = std::move(filter);
+    RefreshPicture();
+}
+
+void CFakeMediaControl::RefreshPicture()
+{
+    if (m_frame.isNull())
+        return;
+    Picture = m_filter ? m_filter(m_frame, m_frameSeconds) : m_frame;
+    ++PicturesDrawn;
+}

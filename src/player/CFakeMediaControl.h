@@ -42,6 +42,12 @@ public:
     void FinishOpen();
     // A click on the picture, as the user makes it.
     void ClickAt(int button, int shift, int x, int y);
+    // A frame arrives, as the video delivers it at its time: it is shown at once.
+    void FeedFrame(const QImage &frame, double seconds);
+    // The picture on show (the last frame through the filter), and how many times a
+    // picture was drawn.
+    QImage Picture;
+    int PicturesDrawn = 0;
 
     QString URL() const override;
     void setURL(const QString &url) override;
@@ -65,6 +71,8 @@ public:
     QString uiMode() const override { return m_uiMode; }
     void setUiMode(const QString &mode) override;
     CMediaControlEvents *Events() override { return &m_events; }
+    void setPictureFilter(PictureFilter filter) override;
+    void RefreshPicture() override;
 
 private:
     void check(const QString &operation) const;
@@ -78,4 +86,7 @@ private:
     double m_rate = 1.0;
     int m_volume = 50;
     QString m_uiMode = QStringLiteral("full");
+    PictureFilter m_filter;
+    QImage m_frame;
+    double m_frameSeconds = 0;
 };

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QImage>
 #include <QString>
+
+#include <functional>
 
 class CMediaControlEvents;
 
@@ -68,4 +71,11 @@ public:
 
     // OpenStateChange and Click are emitted here.
     virtual CMediaControlEvents *Events() = 0;
+
+    // Turns a frame (an image at the video's size) and its time in seconds into the
+    // picture that is shown. Without a filter the frame is shown as it is.
+    using PictureFilter = std::function<QImage(const QImage &frame, double seconds)>;
+    virtual void setPictureFilter(PictureFilter filter) = 0;
+    // The frame on show is to go through the filter and be drawn again.
+    virtual void RefreshPicture() = 0;
 };

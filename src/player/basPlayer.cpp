@@ -139,3 +139,8 @@ QString PositionPanelInitialText()
 {
     return QStringLiteral(" X=0000  Y=0000 ");
 }
+
+double FrameSeconds(qint64 startMicroseconds, double position)
+{
+    return startMicroseconds >= 0 ? double(startMicroseconds) / 1e6 : position;
+}

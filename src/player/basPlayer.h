@@ -40,6 +40,10 @@ QString SmallBackTip(double backStep, const CHotKeys &keys);
 QString SmallForwordTip(double forwordStep, const CHotKeys &keys);
 QString ResetTip(const CHotKeys &keys);
 
+// The time of a video frame in seconds: its own start time in microseconds, or the
+// player's position where the frame has none (a negative start time).
+double FrameSeconds(qint64 startMicroseconds, double position);
+
 // The picture size of an opened file: its own size, or 640 and 480 where it gives 0.
 QSize PictureSize(int imageSourceWidth, int imageSourceHeight);
 

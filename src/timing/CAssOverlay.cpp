@@ -2,6 +2,7 @@
 
 #include "core/CSpread.h"
 #include "core/VelmarError.h"
+#include "core/basMessage.h"
 #include "formats/CTiming.h"
 #include "script/CFonts.h"
 #include "script/CSSAContentLine.h"
@@ -264,7 +265,7 @@ QString CAssOverlay::Status() const
 {
     QString status = m_renderer.Status();
     if (status.isEmpty() && !m_faulty.isEmpty())
-        status = QStringLiteral("%1 行的数字格里不是数字：这些行按改动前的样子显示").arg(m_faulty.size());
+        status = Msg(QStringLiteral("VELMAR_OVERLAY_300")).arg(m_faulty.size());
     return status;
 }
 

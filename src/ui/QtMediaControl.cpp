@@ -1,6 +1,7 @@
 #include "ui/QtMediaControl.h"
 
 #include "core/basTime.h"
+#include "player/basPlayer.h"
 
 #include <QAudioDevice>
 #include <QAudioOutput>
@@ -35,10 +36,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(rect(), Qt::black);
-        const QVideoFrame frame = m_owner->ShownFrame();
-        if (!frame.isValid())
-            return;
-        const QImage image = frame.toImage();
+        const QImage image = m_owner->ShownPicture();
         if (image.isNull())
             return;
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -130,6 +128,7 @@ void QtMediaControl::setURL(const QString &url)
     m_awaitFrame = true;
     m_pendingSeek.reset();
     m_frame = QVideoFrame();
+    m_frameImage = QImage();
     m_player->setSource(source);
     if (source.isEmpty())
         m_player->stop();
@@ -214,6 +213,7 @@ void QtMediaControl::onFrame(const QVideoFrame &frame)
     if (!frame.isValid())
         return;
     m_frame = frame;
+    m_frameImage = QImage();
     m_awaitFrame = false;
     if (m_pendingSeek && !m_seekQueued) {
         // Not from inside the sink's call: a seek there upsets the pipeline.
@@ -236,6 +236,29 @@ QVideoFrame QtMediaControl::ShownFrame() const
     if (m_url.isEmpty() || (m_state == MediaPlayState::Stopped && !m_showFrame))
         return {};
     return m_frame;
+}
+
+QImage QtMediaControl::ShownPicture()
+{
+    const QVideoFrame frame = ShownFrame();
+    if (!frame.isValid())
+        return {};
+    if (m_frameImage.isNull())
+        m_frameImage = frame.toImage();
+    if (!m_filter || m_frameImage.isNull())
+        return m_frameImage;
+    return m_filter(m_frameImage, FrameSeconds(frame.startTime(), currentPosition()));
+}
+
+void QtMediaControl::setPictureFilter(PictureFilter filter)
+{
+    m_filter = std::move(filter);
+    m_picture->update();
+}
+
+void QtMediaControl::RefreshPicture()
+{
+    m_picture->update();
 }
 
 int QtMediaControl::playState() const

@@ -52,6 +52,8 @@ public:
     QString uiMode() const override { return m_uiMode; }
     void setUiMode(const QString &mode) override;
     CMediaControlEvents *Events() override { return &m_events; }
+    void setPictureFilter(PictureFilter filter) override;
+    void RefreshPicture() override;
 
     // The sink the frames arrive at (tests read frames from it) and the player itself.
     QVideoSink *videoSink() const { return m_sink; }
@@ -65,6 +67,8 @@ public:
     QPoint ToPicturePixel(const QPoint &areaPoint) const;
     // The frame to show now, or an invalid one for a blank picture.
     QVideoFrame ShownFrame() const;
+    // The picture drawn for the frame shown: the frame as an image, through the filter.
+    QImage ShownPicture();
 
     QSize sizeHint() const override;
 
@@ -104,4 +108,7 @@ private:
     bool m_seekQueued = false;
     std::optional<qint64> m_pendingSeek;
     QVideoFrame m_frame;
+    // m_frame as an image, made once per frame; null until a paint asks for it.
+    QImage m_frameImage;
+    PictureFilter m_filter;
 };

@@ -11,8 +11,10 @@
 #include "player/IMediaControl.h"
 #include "player/basPlayer.h"
 #include "shell/CRecentFile.h"
+#include "shell/CVelmar.h"
 #include "shell/basFrame.h"
 #include "shell/basRouting.h"
+#include "timing/CPlayerSubtitles.h"
 #include "ui/MdiVelmar.h"
 #include "ui/QtMediaControl.h"
 
@@ -24,6 +26,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QStyle>
 #include <QToolBar>
@@ -73,6 +76,14 @@ const std::vector<frmPlayer::BarButton> &frmPlayer::BarButtons()
         { &frmPlayer::tlbPlayer, "MousePause", QStyle::SP_MediaPause, true, true,
             [](frmPlayer &w, bool pressed) { w.m_mousePause = pressed; },
             [](double, double, const CHotKeys &) { return Msg(QStringLiteral("PLAYER_BUTTON_TIP_106")); } },
+        // Down: the subtitles of the linked timing document over the picture. Its state
+        // comes from the settings.
+        { &frmPlayer::tlbPlayer, "ShowSubtitles", QStyle::SP_FileDialogDetailedView, true, false,
+            [](frmPlayer &w, bool on) {
+                CPlayerSubtitles::SaveEnabled(on);
+                w.onShowSubtitles(on);
+            },
+            [](double, double, const CHotKeys &) { return Msg(QStringLiteral("VELMAR_OVERLAY_101")); } },
     };
     return buttons;
 }
@@ -83,6 +94,8 @@ frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
 {
     setObjectName(QStringLiteral("frmPlayer"));
     setFocusPolicy(Qt::StrongFocus);
+    m_subtitles = std::make_unique<CPlayerSubtitles>();
+    m_subtitles->Documents = [] { return Velmar ? Velmar->Timings() : nullptr; };
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -152,6 +165,11 @@ frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
     m_controlWidget->setObjectName(QStringLiteral("medPlayer"));
     pictureLayout->addWidget(m_controlWidget);
     layout->addWidget(picPlayer, 1);
+    lblStatus = new QLabel(this);
+    lblStatus->setObjectName(QStringLiteral("lblStatus"));
+    lblStatus->setContentsMargins(4, 1, 4, 1);
+    lblStatus->setVisible(false);
+    layout->addWidget(lblStatus);
 
     connect(m_control->Events(), &CMediaControlEvents::Click, this, &frmPlayer::onClick);
     connect(m_control->Events(), &CMediaControlEvents::OpenStateChange, this, &frmPlayer::onOpenState);
@@ -161,10 +179,26 @@ frmPlayer::frmPlayer(IMediaControl *control, QWidget *parent)
     m_control->setMode(QStringLiteral("showFrame"), true);
     setWindowTitle(Msg(QStringLiteral("PLAYER_TITLE_000")));
     UpdateTips();
+
+    connect(
+        m_subtitles.get(), &CPlayerSubtitles::PictureChanged, this, [this] { m_control->RefreshPicture(); });
+    connect(m_subtitles.get(), &CPlayerSubtitles::StatusChanged, this, &frmPlayer::onSubtitleStatus);
+    m_subtitles->setPlayer(this);
+    QAction *subtitles = Button(QStringLiteral("ShowSubtitles"));
+    subtitles->setText(Msg(QStringLiteral("VELMAR_OVERLAY_100")));
+    {
+        // Restoring the remembered state does not write it back.
+        const QSignalBlocker quiet(subtitles);
+        subtitles->setChecked(CPlayerSubtitles::SavedEnabled());
+    }
+    onShowSubtitles(subtitles->isChecked());
 }
 
 frmPlayer::~frmPlayer()
 {
+    // A control that is not the window's own outlives it: it must not keep drawing
+    // through this window's subtitles.
+    m_control->setPictureFilter(nullptr);
     unload();
 }
 
@@ -244,6 +278,27 @@ void frmPlayer::onSaveSpace(bool pressed)
     const int change = barHeight() - before;
     if (sub && change != 0)
         sub->resize(sub->width(), sub->height() + change);
+}
+
+void frmPlayer::onShowSubtitles(bool on)
+{
+    if (on == m_subtitles->Enabled())
+        return;
+    m_subtitles->setEnabled(on);
+    // Off, the control draws its frames as they come, as it does without subtitles.
+    if (on)
+        m_control->setPictureFilter(
+            [this](const QImage &frame, double seconds) { return m_subtitles->Compose(frame, seconds); });
+    else
+        m_control->setPictureFilter(nullptr);
+    onSubtitleStatus(m_subtitles->Status());
+}
+
+void frmPlayer::onSubtitleStatus(const QString &line)
+{
+    lblStatus->setText(line);
+    lblStatus->setToolTip(line);
+    lblStatus->setVisible(!line.isEmpty());
 }
 
 void frmPlayer::fitToPicture(const QSize &picture)

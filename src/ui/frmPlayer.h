@@ -5,14 +5,17 @@
 
 #include <QSize>
 #include <QWidget>
+#include <memory>
 #include <vector>
 
 class CPlayer;
+class CPlayerSubtitles;
 class CPlayers;
 class IMediaControl;
 class MdiVelmar;
 class QAction;
 class QComboBox;
+class QLabel;
 class QSlider;
 class QToolBar;
 
@@ -54,6 +57,8 @@ public:
     QSize FittedPicture() const { return m_fitted; }
     // A button of tlbPlayer or tlbFile by key.
     QAction *Button(const QString &key) const;
+    // The subtitles of the linked timing document over the picture ("显示字幕").
+    CPlayerSubtitles &Subtitles() const { return *m_subtitles; }
 
     QWidget *cbaPlayer = nullptr;
     QWidget *picPlayer = nullptr;
@@ -61,6 +66,9 @@ public:
     QToolBar *tlbFile = nullptr;
     QSlider *sldAviSpeed = nullptr;
     QComboBox *cmbAviSpeed = nullptr;
+    // One line under the picture on what keeps the subtitles from showing; hidden when
+    // there is none (and always while they are off).
+    QLabel *lblStatus = nullptr;
 
 signals:
     // A key went down; a handler may change it (0 swallows it).
@@ -88,6 +96,8 @@ private:
     void onOpenState(int state);
     void onSpeedBand();
     void onSaveSpace(bool pressed);
+    void onShowSubtitles(bool on);
+    void onSubtitleStatus(const QString &line);
     void fitToPicture(const QSize &picture);
     int barHeight() const;
     void unload();
@@ -100,4 +110,5 @@ private:
     QString m_tag;
     QSize m_fitted;
     bool m_mousePause = true;
+    std::unique_ptr<CPlayerSubtitles> m_subtitles;
 };
