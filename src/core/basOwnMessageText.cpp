@@ -22,6 +22,12 @@ const OwnText OwnTexts[] = {
     { u"VELMAR_WAVE_300", u"不支持此音频编码：%1", u"This audio codec is not supported: %1" },
     { u"VELMAR_WAVE_400", u"无法读取音频：%1", u"The audio cannot be read: %1" },
     { u"VELMAR_WAVE_500", u"正在读取音频波形… %1%", u"Reading the audio waveform… %1%" },
+    { u"VELMAR_FILE_100", u"兼容现代文件", u"Modern files" },
+    { u"VELMAR_FILE_110", u"读入时把单独的 LF 或 CR 换行当作 CR LF，自动识别文件编码，保存时沿用原编码",
+        u"Reads lone LF or CR line ends as CR LF, detects a file's encoding and saves in the same encoding" },
+    { u"VELMAR_FILE_200", u"此文件以单独的 LF 换行，读作一整行；选项 → 设置 → “兼容现代文件”可按行读入",
+        u"This file ends its lines with a bare LF and reads as one line; Options → Settings → "
+        u"\"Modern files\" reads it line by line" },
 };
 
 } // namespace

@@ -452,6 +452,12 @@ void frmTiming::Register(MdiVelmar &frame)
         w->PlayForword = [&f] { f.PlayForword(); };
         w->PlayPause = [&f] { f.PlayPause(); };
         w->OpenTranslate = [&f] { f.OpenDocument(1); };
+        // A hint of the open goes to the message panel; the next open takes it away.
+        w->ShowStatus = [&f](const QString &hint) {
+            if (!hint.isEmpty()
+                || f.PanelText(QStringLiteral("Message")) == Msg(QStringLiteral("VELMAR_FILE_200")))
+                f.setPanelText(QStringLiteral("Message"), hint);
+        };
         connect(&f, &MdiVelmar::PlayerCreated, w, &frmTiming::MainWindow_PlayerCreated);
         connect(&f, &MdiVelmar::PlayerDestroyed, w, &frmTiming::MainWindow_PlayerDestroyed);
         connect(&f, &MdiVelmar::PlayerNameChanged, w, &frmTiming::MainWindow_PlayerNameChanged);
@@ -1021,8 +1027,8 @@ bool frmTiming::OpenFile(int, const QString &FileName)
         // Picked through the file options: read with the code chosen there.
         if (!AskFileOptions(*this, FileOperation::Open))
             return false;
-        result = basTimingFile::OpenWithOptions(
-            *m_doc, m_doc->FileName(), m_doc->ScriptType(), m_doc->FileCode, m_doc->TimingOption);
+        result = basTimingFile::OpenWithOptions(*m_doc, m_doc->FileName(), m_doc->ScriptType(),
+            m_doc->FileCode, m_doc->TimingOption, m_doc->FileCodePage);
     } else {
         if (!askFileByDialog(FileOperation::Open))
             return false;
@@ -1030,6 +1036,8 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     }
     if (result != basTimingFile::OpenResult::Opened)
         return false;
+    if (ShowStatus)
+        ShowStatus(m_doc->BareLineFeeds ? Msg(QStringLiteral("VELMAR_FILE_200")) : QString());
     m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);
     updateCaption();
@@ -1054,6 +1062,7 @@ bool frmTiming::runFileOption(
         model.ParentWindowType = ParentWindowType::Timing;
         model.TimingDocument = m_doc;
         model.FileCode = m_doc->FileCode;
+        model.CodePage = m_doc->FileCodePage;
         model.setDocumentType(m_doc->ScriptType(), m_doc->ScriptSubType());
         model.setOperation(FileOperation::Open);
         model.SelectFileDialog();
@@ -1071,6 +1080,7 @@ bool frmTiming::runFileOption(
     m_doc->setScriptType(model.ScriptType());
     m_doc->setScriptSubType(model.ScriptSubType());
     m_doc->FileCode = model.FileCode;
+    m_doc->FileCodePage = model.CodePage;
     m_doc->TimingOption = model.TimingOption;
     OpenMode = model.OpenMode;
     m_grid->OpenMode = OpenMode;
@@ -1095,7 +1105,8 @@ bool frmTiming::SaveFile(bool SaveAs, int)
     }
     QString error;
     const QString text = m_doc->Content();
-    if (!SaveWithBackup(m_doc->FileName(), text, m_doc->FileCode != FileCode::ANSI, &error)) {
+    if (!SaveWithBackup(
+            m_doc->FileName(), text, TextCoding { m_doc->FileCode, m_doc->FileCodePage }, &error)) {
         MsgBox(error);
         return false;
     }
