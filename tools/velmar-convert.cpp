@@ -10,6 +10,7 @@
 #include "core/Class.h"
 #include "core/IPrompt.h"
 #include "core/basMain.h"
+#include "core/basText.h"
 #include "formats/CFileOptionModel.h"
 #include "formats/CTiming.h"
 #include "formats/basFileTypes.h"
@@ -49,8 +50,13 @@ const char usageText[]
       "  --sub-type 0|1       SMP line form (default 0)\n"
       "  --option MASK        sections and columns to write, 0-255 (default 255)\n"
       "  --time-format N      0 9:59:59.99, 1 9:59:59.90, 2 9:59:59, 3 59:59 (default 0)\n"
-      "  --encoding unicode|ansi|default   code to write (and to read with --open-as);\n"
-      "                       default: written as Unicode, read by the byte-order mark\n"
+      "  --encoding unicode|ansi|utf8|default   code to write (and to read with --open-as);\n"
+      "                       default: written as Unicode, read by the byte-order mark;\n"
+      "                       utf8: UTF-8 without a byte-order mark\n"
+      "  --from-encoding NAME read INPUT in this encoding (an iconv name: UTF-8, UTF-16LE,\n"
+      "                       BIG5, CP932, WINDOWS-1252...) instead of deciding it\n"
+      "  --modern             modern files for this run: any line ends, the encoding\n"
+      "                       detected, and OUTPUT written in it unless --encoding says\n"
       "  --answer yes|no      answer to every question (default yes)\n"
       "  --no-backup          do not copy the old OUTPUT into AutoBak\n"
       "  --pages              cut the script into picture pages and write them as the\n"
@@ -106,6 +112,17 @@ public:
     std::optional<PromptFont> ChooseFont(const PromptFont &) override { return std::nullopt; }
 };
 
+// An iconv name as a coding: UTF-8 and UTF-16 by their codes, anything else as ANSI in
+// that code page.
+TextCoding CodingOfName(const QByteArray &name)
+{
+    if (name == "UTF-8" || name == "UTF8")
+        return { FileCode::UTF8, {} };
+    if (name == "UTF-16" || name == "UTF-16LE")
+        return { FileCode::Unicode, {} };
+    return { FileCode::ANSI, name };
+}
+
 std::optional<qint32> parseRange(const QString &text, int low, int high)
 {
     bool ok = false;
@@ -124,6 +141,9 @@ struct Options
     qint32 Option = SaveOption::Whole;
     qint32 TimeFormat = 0;
     ::FileCode FileCode = ::FileCode::SystemDefault;
+    bool EncodingGiven = false;
+    QByteArray FromEncoding;
+    bool Modern = false;
     bool AnswerYes = true;
     bool Backup = true;
     bool Pages = false;
@@ -161,6 +181,10 @@ std::optional<int> parse(const QStringList &args, Options &o)
             o.PictureFolder = true;
             continue;
         }
+        if (a == u"--modern") {
+            o.Modern = true;
+            continue;
+        }
         if (!a.startsWith(QStringLiteral("--")) || a == u"--") {
             if (a == u"--") {
                 files += args.mid(i + 1);
@@ -192,17 +216,24 @@ std::optional<int> parse(const QStringList &args, Options &o)
                 return usage(QStringLiteral("time format must be 0 to 3"));
             o.TimeFormat = *n;
         } else if (a == u"--encoding") {
-            if (v == u"unicode")
+            o.EncodingGiven = true;
+            if (v == u"utf8")
+                o.FileCode = FileCode::UTF8;
+            else if (v == u"unicode")
                 o.FileCode = FileCode::Unicode;
             else if (v == u"ansi")
                 o.FileCode = FileCode::ANSI;
             else if (v == u"default")
                 o.FileCode = FileCode::SystemDefault;
             else
-                return usage(QStringLiteral("encoding must be unicode, ansi or default"));
+                return usage(QStringLiteral("encoding must be unicode, ansi, utf8 or default"));
         } else if (a == u"--video-type") {
             if (!(o.VideoType = parseRange(v, 0, 1)))
                 return usage(QStringLiteral("video type must be 0 or 1"));
+        } else if (a == u"--from-encoding") {
+            o.FromEncoding = v.toLatin1().toUpper();
+            if (!IsKnownCodePage(o.FromEncoding))
+                return usage(QStringLiteral("unknown encoding: ") + v);
         } else if (a == u"--answer") {
             if (v != u"yes" && v != u"no")
                 return usage(QStringLiteral("answer must be yes or no"));
@@ -317,11 +348,19 @@ int main(int argc, char *argv[])
         return status;
     };
 
+    ModernFiles = o.Modern;
     // A type chosen for the input is a pick through the file options: the file is then read
-    // with the chosen code, as the dialog reads it.
-    const basTimingFile::OpenResult opened = o.OpenAs
-        ? basTimingFile::OpenWithOptions(*doc, o.Input, *o.OpenAs, o.FileCode)
-        : basTimingFile::OpenTimingFile(*doc, o.Input);
+    // with the chosen code, as the dialog reads it; so is a file of a given encoding.
+    basTimingFile::OpenResult opened;
+    if (!o.FromEncoding.isEmpty()) {
+        const TextCoding from = CodingOfName(o.FromEncoding);
+        opened = basTimingFile::OpenWithOptions(*doc, o.Input,
+            o.OpenAs.value_or(basTimingFile::OpenTypeFromExtension(o.Input)), from.Code, SaveOption::Whole,
+            from.CodePage);
+    } else {
+        opened = o.OpenAs ? basTimingFile::OpenWithOptions(*doc, o.Input, *o.OpenAs, o.FileCode)
+                          : basTimingFile::OpenTimingFile(*doc, o.Input);
+    }
     if (opened == basTimingFile::OpenResult::Unreadable) {
         printLine(QStringLiteral("velmar-convert: cannot read ") + o.Input);
         return leave(1);
@@ -339,6 +378,11 @@ int main(int argc, char *argv[])
     choice.TimingOption = o.Option;
     choice.TimeFormat = o.TimeFormat;
     choice.FileCode = o.FileCode;
+    // Modern files keep the input's encoding, as the save dialog proposes it.
+    if (o.Modern && !o.EncodingGiven) {
+        choice.FileCode = doc->FileCode;
+        choice.CodePage = doc->FileCodePage;
+    }
     choice.Backup = o.Backup;
     if (!basTimingFile::SaveWithOptions(*doc, o.Output, choice)) {
         printLine(QStringLiteral("velmar-convert: cannot write ") + o.Output);

@@ -38,3 +38,9 @@ bool SaveWithBackup(const QString &fileName, const QString &text, bool unicode, 
     BackupFile(fileName);
     return WriteTextFile(fileName, text, unicode, error);
 }
+
+bool SaveWithBackup(const QString &fileName, const QString &text, const TextCoding &coding, QString *error)
+{
+    BackupFile(fileName);
+    return WriteTextFile(fileName, text, coding, error);
+}

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+struct TextCoding;
+
 // The safety copies beside the user's own saves.
 
 // The folder of the last-overwritten copies, with its closing "/".
@@ -13,3 +15,6 @@ void BackupFile(const QString &fileName);
 // The user's save: the old file goes to the backup folder, then the new text replaces
 // it in one piece. A write that fails leaves the old file as it was.
 bool SaveWithBackup(const QString &fileName, const QString &text, bool unicode, QString *error = nullptr);
+// The same in a document's coding (see WriteTextFile).
+bool SaveWithBackup(
+    const QString &fileName, const QString &text, const TextCoding &coding, QString *error = nullptr);

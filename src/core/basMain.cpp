@@ -13,6 +13,7 @@ QObject *MainWindow = nullptr;
 bool AutoGetClipBoard = false;
 bool OnTop = false;
 bool AvoidOverlapTiming = false;
+bool ModernFiles = false;
 
 namespace {
 std::unique_ptr<CMessages> g_messages;

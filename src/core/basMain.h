@@ -18,6 +18,9 @@ extern QObject *MainWindow;
 extern bool AutoGetClipBoard;
 extern bool OnTop;
 extern bool AvoidOverlapTiming;
+// "Modern files" (off unless chosen): documents' line ends normalised, encodings detected
+// and kept (see ReadWholeFile and ReadTextStream).
+extern bool ModernFiles;
 
 // Loads the catalogue alone (the first use of a text before the start, StartCore of
 // shell/basStart, does this).

@@ -203,6 +203,12 @@ const OwnText OwnTexts[] = {
     { u"VELMAR_OVERLAY_270", u"字幕渲染器出错：%1", u"The subtitle renderer failed: %1" },
     { u"VELMAR_OVERLAY_300", u"%1 行的数字格里不是数字：这些行按改动前的样子显示",
         u"%1 lines have a number cell without a number: they show as they were before" },
+    { u"VELMAR_FILE_100", u"兼容现代文件", u"Modern files" },
+    { u"VELMAR_FILE_110", u"读入时把单独的 LF 或 CR 换行当作 CR LF，自动识别文件编码，保存时沿用原编码",
+        u"Reads lone LF or CR line ends as CR LF, detects a file's encoding and saves in the same encoding" },
+    { u"VELMAR_FILE_200", u"此文件以单独的 LF 换行，读作一整行；选项 → 设置 → “兼容现代文件”可按行读入",
+        u"This file ends its lines with a bare LF and reads as one line; Options → Settings → "
+        u"\"Modern files\" reads it line by line" },
 };
 
 } // namespace

@@ -26,7 +26,18 @@ QString TimeToString(double seconds, int precision)
                                         : int(std::fmod(hundredths, 100));
     QString text;
     text.reserve(12);
-    text += QString::number(std::floor(whole / 3600), 'f', 0);
+    const double hours = std::floor(whole / 3600);
+    if (hours < 1e9) {
+        // The common case without the double formatter: its digits, most significant first.
+        char16_t digits[10];
+        int count = 0;
+        for (qint64 h = qint64(hours); count == 0 || h > 0; h /= 10)
+            digits[count++] = char16_t(u'0' + h % 10);
+        while (count > 0)
+            text += QChar(digits[--count]);
+    } else {
+        text += QString::number(hours, 'f', 0);
+    }
     text += u':';
     text += QChar(u'0' + minutes / 10);
     text += QChar(u'0' + minutes % 10);

@@ -2,6 +2,7 @@
 
 #include "core/IPrompt.h"
 #include "core/basConvert.h"
+#include "core/basMain.h"
 #include "core/basMessage.h"
 #include "core/basText.h"
 #include "formats/CTiming.h"
@@ -31,6 +32,7 @@ void CFileOptionModel::Init()
     m_scriptSubType = 0;
     m_subTypeButton = 0;
     FileContent.clear();
+    CodePage.clear();
     PreviewIsRich = false;
     m_enabled = Enabled();
     setOperation(FileOperation::Open);
@@ -158,13 +160,16 @@ qint32 CFileOptionModel::CodeTypeIndex(::FileCode fileCode)
         return 1;
     if (fileCode == ::FileCode::ANSI)
         return 2;
+    if (fileCode == ::FileCode::UTF8)
+        return 3;
     return 0;
 }
 
 ::FileCode CFileOptionModel::FileCodeOfIndex(qint32 index)
 {
-    static const ::FileCode codes[] = { ::FileCode::SystemDefault, ::FileCode::Unicode, ::FileCode::ANSI };
-    return index >= 0 && index < 3 ? codes[index] : ::FileCode::SystemDefault;
+    static const ::FileCode codes[]
+        = { ::FileCode::SystemDefault, ::FileCode::Unicode, ::FileCode::ANSI, ::FileCode::UTF8 };
+    return index >= 0 && index < 4 ? codes[index] : ::FileCode::SystemDefault;
 }
 
 void CFileOptionModel::setTimingOptionBit(qint32 bit, bool on)
@@ -268,6 +273,11 @@ void CFileOptionModel::TakeFileName(const QString &name)
     m_enabled.FileSubType = type == ScriptType::SMP;
     showSample();
     if (m_operation == FileOperation::Open) {
+        if (!name.isEmpty() && ModernFiles) {
+            const TextCoding found = ModernFileCoding(name, { FileCode, CodePage });
+            FileCode = found.Code;
+            CodePage = found.CodePage;
+        }
         if (!name.isEmpty())
             LoadPreview();
     } else {
@@ -310,7 +320,7 @@ QString CFileOptionModel::ApplySpaceRules(const QString &text, bool spaceAsRetur
 
 void CFileOptionModel::LoadPreview()
 {
-    const TextFileRead read = ReadTextStream(FileName, FileCode);
+    const TextFileRead read = ReadTextStream(FileName, FileCode, CodePage);
     if (!read.Ok) {
         FileContent.clear();
         return;
@@ -341,7 +351,8 @@ void CFileOptionModel::UpdateContentByClass()
 
 bool CFileOptionModel::SaveFile(QString *error)
 {
-    if (!basTimingFile::WriteFile(FileName, FileContent, m_scriptType, FileCode, BackupBeforeSave, error))
+    if (!basTimingFile::WriteFile(
+            FileName, FileContent, m_scriptType, FileCode, BackupBeforeSave, error, CodePage))
         return false;
     OperateError = false;
     Cancelled = false;

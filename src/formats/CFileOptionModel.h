@@ -5,6 +5,7 @@
 #include "script/SaveOption.h"
 #include "script/ScriptType.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
@@ -60,7 +61,10 @@ public:
     void setDocumentType(::ScriptType type, qint32 subType);
 
     ::FileCode FileCode = ::FileCode::SystemDefault;
-    // optCodeType index 0, 1, 2 for the system default, Unicode, ANSI and back.
+    // The code page of ANSI as modern files found it (iconv name); empty: the system's.
+    QByteArray CodePage;
+    // optCodeType index 0, 1, 2 for the system default, Unicode, ANSI, and 3 for UTF-8,
+    // and back.
     static qint32 CodeTypeIndex(::FileCode fileCode);
     static ::FileCode FileCodeOfIndex(qint32 index);
 
@@ -112,8 +116,9 @@ public:
     // Steps behind the dialog for a given name (also what a typed name does).
     void TakeFileName(const QString &name);
 
-    // Open, types 0 and 6: reads the file by FileCode into the preview, applying the
-    // space boxes to plain text.
+    // Open: reads the file by FileCode into the preview, applying the space boxes to plain
+    // text. With ModernFiles on, a file just named first sets FileCode and CodePage to the
+    // coding the read will find, so that the dialog proposes it.
     void LoadPreview();
     // Plain text under the space boxes (SpaceAsReturn wins over DelSpace).
     static QString ApplySpaceRules(const QString &text, bool spaceAsReturn, bool delSpace);

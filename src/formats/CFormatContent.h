@@ -30,7 +30,8 @@ public:
         const qint16 serial = nextSerial();
         line->setSerialNo(serial);
         line->setParent(static_cast<Derived *>(this));
-        return m_lines.Add(QString::number(serial), std::move(line));
+        // The counter never goes back, not even when the list is cleared: the key is new.
+        return m_lines.AddNew(QString::number(serial), std::move(line));
     }
 
     bool Exists(const QString &key) const { return m_lines.Exists(key); }

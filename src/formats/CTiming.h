@@ -10,6 +10,7 @@
 #include "script/SaveOption.h"
 #include "script/ScriptType.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringView>
 #include <functional>
@@ -56,6 +57,11 @@ public:
     // of CSSAContent.
     qint32 TimingOption = SaveOption::Whole;
     ::FileCode FileCode = ::FileCode::ANSI;
+    // The code page of an ANSI file read as modern files (iconv name); empty: the system
+    // code page.
+    QByteArray FileCodePage;
+    // The last file read ended its lines with bare LFs only, and was read as written.
+    bool BareLineFeeds = false;
     // The capture routine of the window: where a time handed out by CTimings goes.
     std::function<void(double time)> OnNewTime;
 

@@ -2,6 +2,7 @@
 
 #include "core/IPrompt.h"
 #include "core/basBackup.h"
+#include "core/basMain.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
 #include "formats/CTiming.h"
@@ -30,6 +31,7 @@ static void loadGrid(CTiming &doc)
 // The text into the document (and its grid unless it is plain text), left unchanged.
 static void takeText(CTiming &doc, ScriptType type, const QString &text)
 {
+    doc.BareLineFeeds = !ModernFiles && HasOnlyBareLineFeeds(text);
     doc.setScriptType(type);
     doc.setContent(text);
     if (type != ScriptType::DialogueText)
@@ -56,7 +58,13 @@ static OpenResult unreadable(const QString &fileName)
 
 void ReadIntoDocument(CTiming &doc, ScriptType type, const QString &text, bool unicode)
 {
-    doc.FileCode = unicode ? FileCode::Unicode : FileCode::ANSI;
+    ReadIntoDocument(doc, type, text, TextCoding { unicode ? FileCode::Unicode : FileCode::ANSI, {} });
+}
+
+void ReadIntoDocument(CTiming &doc, ScriptType type, const QString &text, const TextCoding &coding)
+{
+    doc.FileCode = coding.Code;
+    doc.FileCodePage = coding.CodePage;
     doc.TimingOption = SaveOption::Whole;
     takeText(doc, type, text);
 }
@@ -69,34 +77,39 @@ OpenResult OpenTimingFile(CTiming &doc, const QString &fileName, std::optional<S
         return unreadable(fileName);
     if (read.Empty)
         return OpenResult::Empty;
-    ReadIntoDocument(doc, type, read.Text, read.Unicode);
+    ReadIntoDocument(doc, type, read.Text, read.Coding);
     recordOpened(doc, fileName, type);
     return OpenResult::Opened;
 }
 
-OpenResult OpenWithOptions(
-    CTiming &doc, const QString &fileName, ScriptType type, FileCode fileCode, qint32 timingOption)
+OpenResult OpenWithOptions(CTiming &doc, const QString &fileName, ScriptType type, FileCode fileCode,
+    qint32 timingOption, const QByteArray &codePage)
 {
-    const TextFileRead read = ReadTextStream(fileName, fileCode);
+    const TextFileRead read = ReadTextStream(fileName, fileCode, codePage);
     if (!read.Ok)
         return unreadable(fileName);
     if (read.Text.isEmpty())
         return OpenResult::Empty;
-    doc.FileCode = fileCode;
+    // As chosen; a modern read keeps what it found.
+    doc.FileCode = ModernFiles ? read.Coding.Code : fileCode;
+    doc.FileCodePage = ModernFiles   ? read.Coding.CodePage
+        : fileCode == FileCode::ANSI ? codePage
+                                     : QByteArray();
     doc.TimingOption = timingOption;
     takeText(doc, type, read.Text);
     recordOpened(doc, fileName, type);
     return OpenResult::Opened;
 }
 
-bool WriteFile(
-    const QString &fileName, const QString &text, ScriptType type, FileCode code, bool backup, QString *error)
+bool WriteFile(const QString &fileName, const QString &text, ScriptType type, FileCode code, bool backup,
+    QString *error, const QByteArray &codePage)
 {
     if (backup)
         BackupFile(fileName);
     const bool ansi
         = code == FileCode::ANSI || (type == ScriptType::RichText && code == FileCode::SystemDefault);
-    if (!WriteTextFile(fileName, text, !ansi, error))
+    const TextCoding coding { ansi ? FileCode::ANSI : code, ansi ? codePage : QByteArray() };
+    if (!WriteTextFile(fileName, text, coding, error))
         return false;
     if (RecentFile)
         RecentFile->InsertRecentFileList(fileName, type);
@@ -110,6 +123,7 @@ void PrepareSave(CFileOptionModel &model, CTiming &doc)
     model.TimingDocument = &doc;
     model.FileName = doc.FileName();
     model.FileCode = doc.FileCode;
+    model.CodePage = doc.FileCodePage;
     model.TimingOption = doc.TimingOption;
     model.setDocumentType(doc.ScriptType(), doc.ScriptSubType());
     model.setOperation(FileOperation::Save);
@@ -124,6 +138,7 @@ void TakeOverSave(CTiming &doc, const CFileOptionModel &model)
     doc.setScriptSubType(model.ScriptSubType());
     doc.TimingOption = model.TimingOption;
     doc.FileCode = model.FileCode;
+    doc.FileCodePage = model.FileCode == FileCode::ANSI ? model.CodePage : QByteArray();
     doc.setChanged(false);
 }
 
@@ -143,6 +158,7 @@ bool SaveWithOptions(CTiming &doc, const QString &fileName, const SaveChoice &ch
     model.ClickFileType(choice.Type);
     model.setTimeFormat(choice.TimeFormat);
     model.FileCode = choice.FileCode;
+    model.CodePage = choice.CodePage;
     model.FileName = fileName;
     model.UpdateContentByClass();
     if (!model.Ok())

@@ -32,6 +32,7 @@ void CSettingDialogModel::Init(const CHotKeys &hotKeys, const AutoSaveSettings &
     for (int i = 0; i < CHotKeys::Count; ++i)
         cmbHotKey[size_t(i)] = KeyCodeToName(hotKeys.Key(i));
     cmbLanguage = StoredInterfaceLanguage();
+    chkModernFiles = ModernFiles;
 }
 
 QStringList CSettingDialogModel::HotKeyNames()
@@ -113,6 +114,10 @@ bool CSettingDialogModel::OK(CHotKeys &hotKeys, AutoSaveSettings &autoSave)
     // A store that never had a language keeps none until one is chosen.
     if (cmbLanguage != StoredInterfaceLanguage())
         SaveInterfaceLanguage(cmbLanguage);
+    // Likewise a store without the modern-files value gets one only when it is turned on.
+    ModernFiles = chkModernFiles;
+    if (GetSetting(setting, QStringLiteral("ModernFiles"), QStringLiteral("0")) != flagText(chkModernFiles))
+        SaveSetting(setting, QStringLiteral("ModernFiles"), flagText(chkModernFiles));
     Closed = true;
     return true;
 }

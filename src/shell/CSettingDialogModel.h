@@ -27,6 +27,8 @@ public:
     std::array<QString, CHotKeys::Count> cmbHotKey;
     // The language the program starts in ("zh" or "en"); stored only when changed.
     QString cmbLanguage;
+    // Modern files (ModernFiles); stored only when it differs from the store.
+    bool chkModernFiles = false;
 
     // The names every hot-key entry offers, "Undefined" first.
     static QStringList HotKeyNames();

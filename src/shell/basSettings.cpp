@@ -130,6 +130,7 @@ void ReadStartupSettings(StartupSettings &settings, CHotKeys &hotKeys, float scr
     readFlag(AutoGetClipBoard, u"AutoGetClipBoard");
     readFlag(OnTop, u"OnTop");
     readFlag(AvoidOverlapTiming, u"AvoidOverlapTiming");
+    readFlag(ModernFiles, u"ModernFiles");
 }
 
 void SaveStartupGeometry(const StartupGeometry &geometry)

@@ -58,7 +58,7 @@ QString HotKeyValueName(int index);
 QString HotKeyDefaultName(int index);
 
 // Reads the store in this order: "Startup" into the geometry, "AutoSave", "HotKeys" (each
-// name through KeyNameToCode), HOTKEY_SaveFile, "TimeOffset", "Setting" (the three module
+// name through KeyNameToCode), HOTKEY_SaveFile, "TimeOffset", "Setting" (the module
 // flags). `settings` comes in with the present values (or defaults), and a stored value
 // that does not convert leaves its field as it was. Missing values take the defaults of
 // the table, with the screen size for the geometry.

@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
+#include <QTextCursor>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -40,6 +42,16 @@ void ShowText(QTextEdit *view, const QString &text, bool rich)
     if (rich && IsRtf(text) && RtfToDocument(text, *view->document()))
         return;
     view->setPlainText(text);
+}
+
+// The length of the next piece of plain text to show from `from`: about `size`
+// characters, ending behind a line end where there is one.
+qsizetype PieceLength(const QString &text, qsizetype from, qsizetype size)
+{
+    if (text.size() - from <= size)
+        return text.size() - from;
+    const qsizetype end = text.lastIndexOf(u'\n', from + size - 1);
+    return end >= from ? end + 1 - from : size;
 }
 
 void SetGroup(QButtonGroup *group, int id, bool enabled)
@@ -141,7 +153,9 @@ frmFileOption::frmFileOption(QWidget *parent)
     auto *codeBox = new QGroupBox(QStringLiteral("编码"), this);
     auto *codeLayout = new QHBoxLayout(codeBox);
     optCodeType = RadioGroup(this, "optCodeType",
-        { QStringLiteral("系统默认"), QStringLiteral("Unicode"), QStringLiteral("ANSI") }, codeLayout);
+        { QStringLiteral("系统默认"), QStringLiteral("Unicode"), QStringLiteral("ANSI"),
+            QStringLiteral("UTF-8") },
+        codeLayout);
     auto *modeBox = new QGroupBox(QStringLiteral("打开方式"), this);
     auto *modeLayout = new QHBoxLayout(modeBox);
     optOpenMode
@@ -194,6 +208,12 @@ frmFileOption::frmFileOption(QWidget *parent)
     rtfPreview = new QTextEdit(this);
     rtfPreview->setObjectName(QStringLiteral("rtfPreview"));
     rtfPreview->setReadOnly(true);
+    // A long preview is shown a piece at a time: the next piece when the view reaches its
+    // end.
+    connect(rtfPreview->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
+        if (value >= rtfPreview->verticalScrollBar()->maximum())
+            showMorePreview();
+    });
     cmdOK = new QPushButton(QStringLiteral("确定"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setDefault(true);
@@ -310,7 +330,43 @@ void frmFileOption::Refresh()
     txtFileName->setText(Model.FileName);
     txtFileName->setEnabled(on.FileName);
     cmdFileName->setEnabled(on.FileName);
+    // ANSI names the code page a modern read found.
+    optCodeType->button(2)->setText(Model.CodePage.isEmpty()
+            ? QStringLiteral("ANSI")
+            : QStringLiteral("ANSI (%1)").arg(QString::fromLatin1(Model.CodePage)));
     ShowText(rtbSample, Model.SampleText(), CFileOptionModel::SampleIsRich(Model.ScriptType()));
-    ShowText(rtfPreview, Model.FileContent, Model.PreviewIsRich);
+    showPreview();
     m_refreshing = false;
+}
+
+void frmFileOption::showPreview()
+{
+    // The text does not change while the dialog shows it unchanged: nothing to do.
+    if (m_previewText.isSharedWith(Model.FileContent) && m_previewRich == Model.PreviewIsRich)
+        return;
+    m_previewText = Model.FileContent;
+    m_previewRich = Model.PreviewIsRich;
+    if (m_previewRich || m_previewText.size() <= PreviewPiece) {
+        m_previewShown = m_previewText.size();
+        ShowText(rtfPreview, m_previewText, m_previewRich);
+        return;
+    }
+    m_previewShown = PieceLength(m_previewText, 0, PreviewPiece);
+    rtfPreview->setPlainText(m_previewText.left(m_previewShown));
+}
+
+void frmFileOption::showMorePreview()
+{
+    if (m_previewShown >= m_previewText.size())
+        return;
+    const qsizetype length = PieceLength(m_previewText, m_previewShown, PreviewPiece);
+    QTextCursor end(rtfPreview->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(m_previewText.mid(m_previewShown, length));
+    m_previewShown += length;
+}
+
+bool frmFileOption::PreviewComplete() const
+{
+    return m_previewShown >= m_previewText.size();
 }

@@ -29,6 +29,12 @@ public:
     // each change).
     void Refresh();
 
+    // rtfPreview holds a long plain text in pieces of about this many characters: the
+    // first when the text is shown, the next each time the view is scrolled to its end.
+    // What OK reads and writes is the model's whole FileContent all the same.
+    static constexpr qsizetype PreviewPiece = 32 * 1024;
+    bool PreviewComplete() const;
+
     QButtonGroup *optFileType = nullptr;
     QButtonGroup *optFileSubType = nullptr;
     QButtonGroup *optCodeType = nullptr;
@@ -64,6 +70,11 @@ public:
 
 private:
     void changed();
+    void showPreview();
+    void showMorePreview();
 
     bool m_refreshing = false;
+    QString m_previewText; // what the preview shows, in part or whole
+    bool m_previewRich = false;
+    qsizetype m_previewShown = -1;
 };

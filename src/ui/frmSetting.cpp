@@ -2,6 +2,7 @@
 
 #include "core/basLanguage.h"
 #include "core/basMain.h"
+#include "core/basMessage.h"
 #include "shell/CSettingDialogModel.h"
 #include "shell/basFrame.h"
 
@@ -81,7 +82,11 @@ frmSetting::frmSetting(CSettingDialogModel &model, AutoSaveSettings *autoSave, Q
     lblLanguage->setBuddy(cmbLanguage);
     form->addWidget(lblLanguage, 6, 0);
     form->addWidget(cmbLanguage, 6, 1);
-    form->setRowStretch(7, 1);
+    chkModernFiles = new QCheckBox(Msg(QStringLiteral("VELMAR_FILE_100")), general);
+    chkModernFiles->setObjectName(QStringLiteral("chkModernFiles"));
+    chkModernFiles->setToolTip(Msg(QStringLiteral("VELMAR_FILE_110")));
+    form->addWidget(chkModernFiles, 7, 0, 1, 2);
+    form->setRowStretch(8, 1);
     SSTab1->addTab(general, QStringLiteral("常规"));
 
     auto *keys = new QWidget(SSTab1);
@@ -129,6 +134,7 @@ void frmSetting::load()
     for (int i = 0; i < CHotKeys::Count; ++i)
         cmbHotKey[i]->setCurrentText(m_model.cmbHotKey[i]);
     cmbLanguage->setCurrentIndex(cmbLanguage->findData(m_model.cmbLanguage));
+    chkModernFiles->setChecked(m_model.chkModernFiles);
     updateEnabling();
 }
 
@@ -143,6 +149,7 @@ void frmSetting::store()
     for (int i = 0; i < CHotKeys::Count; ++i)
         m_model.cmbHotKey[i] = cmbHotKey[i]->currentText();
     m_model.cmbLanguage = cmbLanguage->currentData().toString();
+    m_model.chkModernFiles = chkModernFiles->isChecked();
 }
 
 void frmSetting::updateEnabling()

@@ -34,6 +34,7 @@ public:
     QCheckBox *chkAvoidOverlapTiming = nullptr;
     QLabel *lblLanguage = nullptr;
     QComboBox *cmbLanguage = nullptr;
+    QCheckBox *chkModernFiles = nullptr;
     std::array<QComboBox *, CHotKeys::Count> cmbHotKey {};
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;

@@ -639,6 +639,12 @@ void frmTiming::Register(MdiVelmar &frame)
             f.AddDocumentWindow(preview);
             return preview;
         };
+        // A hint of the open goes to the message panel; the next open takes it away.
+        w->ShowStatus = [&f](const QString &hint) {
+            if (!hint.isEmpty()
+                || f.PanelText(QStringLiteral("Message")) == Msg(QStringLiteral("VELMAR_FILE_200")))
+                f.setPanelText(QStringLiteral("Message"), hint);
+        };
         connect(&f, &MdiVelmar::PlayerCreated, w, &frmTiming::MainWindow_PlayerCreated);
         connect(&f, &MdiVelmar::PlayerDestroyed, w, &frmTiming::MainWindow_PlayerDestroyed);
         connect(&f, &MdiVelmar::PlayerNameChanged, w, &frmTiming::MainWindow_PlayerNameChanged);
@@ -1331,8 +1337,8 @@ bool frmTiming::OpenFile(int, const QString &FileName)
         // Picked through the file options: read with the code chosen there.
         if (!AskFileOptions(*this, FileOperation::Open))
             return false;
-        result = basTimingFile::OpenWithOptions(
-            *m_doc, m_doc->FileName(), m_doc->ScriptType(), m_doc->FileCode, m_doc->TimingOption);
+        result = basTimingFile::OpenWithOptions(*m_doc, m_doc->FileName(), m_doc->ScriptType(),
+            m_doc->FileCode, m_doc->TimingOption, m_doc->FileCodePage);
     } else {
         if (!askFileByDialog(FileOperation::Open))
             return false;
@@ -1343,6 +1349,8 @@ bool frmTiming::OpenFile(int, const QString &FileName)
     // An open style window starts again from the styles just read.
     if (auto *font = qobject_cast<frmFont *>(FontWindow.data()))
         font->Init(*this);
+    if (ShowStatus)
+        ShowStatus(m_doc->BareLineFeeds ? Msg(QStringLiteral("VELMAR_FILE_200")) : QString());
     m_doc->Preview->ClearAllPreview();
     m_doc->setChanged(false);
     updateCaption();
@@ -1367,6 +1375,7 @@ bool frmTiming::runFileOption(
         model.ParentWindowType = ParentWindowType::Timing;
         model.TimingDocument = m_doc;
         model.FileCode = m_doc->FileCode;
+        model.CodePage = m_doc->FileCodePage;
         model.setDocumentType(m_doc->ScriptType(), m_doc->ScriptSubType());
         model.setOperation(FileOperation::Open);
         model.SelectFileDialog();
@@ -1384,6 +1393,7 @@ bool frmTiming::runFileOption(
     m_doc->setScriptType(model.ScriptType());
     m_doc->setScriptSubType(model.ScriptSubType());
     m_doc->FileCode = model.FileCode;
+    m_doc->FileCodePage = model.CodePage;
     m_doc->TimingOption = model.TimingOption;
     OpenMode = model.OpenMode;
     m_grid->OpenMode = OpenMode;
@@ -1408,7 +1418,8 @@ bool frmTiming::SaveFile(bool SaveAs, int)
     }
     QString error;
     const QString text = m_doc->Content();
-    if (!SaveWithBackup(m_doc->FileName(), text, m_doc->FileCode != FileCode::ANSI, &error)) {
+    if (!SaveWithBackup(
+            m_doc->FileName(), text, TextCoding { m_doc->FileCode, m_doc->FileCodePage }, &error)) {
         MsgBox(error);
         return false;
     }

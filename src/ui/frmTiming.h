@@ -107,6 +107,8 @@ public:
     std::function<void()> PlayForword;
     std::function<void()> PlayPause;
     std::function<void()> OpenTranslate;
+    // Shows a hint of the last open in the frame's status bar (empty: none).
+    std::function<void(const QString &)> ShowStatus;
     // Makes the child windows of the Check, Find and effect buttons (nullptr: none).
     std::function<QWidget *(frmTiming &)> MakeCheckWindow;
     std::function<QWidget *(frmTiming &)> MakeFindWindow;

@@ -2,6 +2,7 @@
 
 #include "core/Class.h"
 #include "core/basBackup.h"
+#include "core/basMain.h"
 #include "core/basText.h"
 #include "formats/CFileOptionModel.h"
 #include "formats/CTiming.h"
@@ -244,6 +245,61 @@ TEST_F(FileOption, SaveBacksUpAndWritesByCode)
     model.FileName = dir.filePath("no/such/dir/x.srt");
     EXPECT_FALSE(model.Ok());
     EXPECT_EQ(prompt.Messages().size(), 1);
+
+    // UTF-8 is a fourth code, always offered, written without a mark.
+    EXPECT_EQ(
+        CFileOptionModel::FileCodeOfIndex(CFileOptionModel::CodeTypeIndex(FileCode::UTF8)), FileCode::UTF8);
+    model.FileCode = FileCode::UTF8;
+    model.FileName = path("u8.srt");
+    ASSERT_TRUE(model.SaveFile());
+    EXPECT_EQ(bytes(path("u8.srt")), model.FileContent.toUtf8());
+}
+
+// Open and save of a file with LF line ends in Big5, by name and through the options:
+// with modern files the lines are read, the code page is proposed for the save and kept;
+// without, the seed's reading, the hint of bare line feeds, and ANSI proposed as before.
+TEST_F(FileOption, ModernFilesKeepTheEncodingOfAnOpenAndSave)
+{
+    const QByteArray big5 = EncodeCodePage(
+        QStringLiteral(
+            "1\n00:00:01,000 --> 00:00:02,000\n這是一個繁體中文的字幕檔案，我們今天一起去看電影吧\n\n"
+            "2\n00:00:03,000 --> 00:00:04,000\n時間軸已經對好了，字幕組的大家辛苦了\n\n"),
+        "BIG5");
+    write(path("big5.srt"), big5);
+
+    ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("big5.srt")), basTimingFile::OpenResult::Opened);
+    EXPECT_TRUE(doc->BareLineFeeds);
+    EXPECT_EQ(doc->FileCode, FileCode::ANSI);
+    EXPECT_TRUE(doc->FileCodePage.isEmpty());
+    basTimingFile::PrepareSave(model, *doc);
+    EXPECT_EQ(model.FileCode, FileCode::ANSI);
+    EXPECT_TRUE(model.CodePage.isEmpty());
+
+    ModernFiles = true;
+    ASSERT_EQ(basTimingFile::OpenTimingFile(*doc, path("big5.srt")), basTimingFile::OpenResult::Opened);
+    EXPECT_FALSE(doc->BareLineFeeds);
+    EXPECT_EQ(doc->SSAContent->At(1)->Dialog(), QStringLiteral("時間軸已經對好了，字幕組的大家辛苦了"));
+    EXPECT_EQ(doc->FileCodePage, "BIG5");
+    basTimingFile::PrepareSave(model, *doc);
+    EXPECT_EQ(model.FileCode, FileCode::ANSI);
+    EXPECT_EQ(model.CodePage, "BIG5");
+    model.BackupBeforeSave = false;
+    model.FileName = path("again.srt");
+    ASSERT_TRUE(model.Ok());
+    QByteArray crlf = big5;
+    crlf.replace("\n", "\r\n");
+    EXPECT_EQ(bytes(path("again.srt")), crlf);
+
+    // Through the options the picked file's coding is proposed, and the open reads by it.
+    CFileOptionModel pick;
+    pick.Init();
+    pick.TimingDocument = doc.get();
+    pick.FileCode = FileCode::Unicode;
+    pick.TakeFileName(path("big5.srt"));
+    EXPECT_EQ(pick.FileCode, FileCode::ANSI);
+    EXPECT_EQ(pick.CodePage, "BIG5");
+    EXPECT_TRUE(pick.FileContent.contains(QStringLiteral("\r\n時間軸")));
+    ModernFiles = false;
 }
 
 } // namespace

@@ -24,7 +24,7 @@ protected:
         QDir().mkpath(m_dir.filePath(QStringLiteral("program")));
         SetProgramFolder(m_dir.filePath(QStringLiteral("program")));
         SetPrompt(&prompt);
-        AutoGetClipBoard = OnTop = AvoidOverlapTiming = false;
+        AutoGetClipBoard = OnTop = AvoidOverlapTiming = ModernFiles = false;
     }
     void TearDown() override
     {
@@ -32,7 +32,7 @@ protected:
         SetNow({});
         SetSettingsFile(m_oldSettings);
         SetProgramFolder(m_oldProgram);
-        AutoGetClipBoard = OnTop = AvoidOverlapTiming = false;
+        AutoGetClipBoard = OnTop = AvoidOverlapTiming = ModernFiles = false;
     }
 
     // Replaces the store with the given INI text, before it is first read.

@@ -255,6 +255,18 @@ TEST_F(SettingDialogTest, OkAppliesAndSavesEverything)
         GetSetting(QStringLiteral("HotKeys"), QStringLiteral("TimingTime")), QStringLiteral("Undefined"));
     EXPECT_TRUE(AutoGetClipBoard);
     EXPECT_TRUE(AvoidOverlapTiming);
+    // Modern files stay off and unwritten until chosen; chosen, they are stored and read.
+    EXPECT_FALSE(ModernFiles);
+    EXPECT_EQ(GetSetting(QStringLiteral("Setting"), QStringLiteral("ModernFiles"), QStringLiteral("none")),
+        QStringLiteral("none"));
+    dialog.Init(keys, autoSave);
+    dialog.chkModernFiles = true;
+    ASSERT_TRUE(dialog.OK(keys, autoSave));
+    EXPECT_TRUE(ModernFiles);
+    ModernFiles = false;
+    ReadStartupSettings(s, fresh, 1, 1);
+    EXPECT_TRUE(ModernFiles);
+    ModernFiles = false;
 }
 
 TEST_F(SettingDialogTest, CancelChangesNothing)

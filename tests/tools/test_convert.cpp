@@ -197,6 +197,54 @@ TEST_F(Convert, OpenAsPicksTheTypeAndReadsWithTheChosenCode)
     EXPECT_FALSE(decoded(out).startsWith(QString::fromUtf16(u"你好")));
 }
 
+// Modern files for one run: an LF file of Windows-1252 read line by line and written back
+// in its own code page (the lines CR LF), or as UTF-8 without a mark, or read in a
+// code page given by name. Without --modern it is one block, as the window reads it.
+TEST_F(Convert, ModernFilesAndEncodings)
+{
+    const QString in = path(QStringLiteral("west.srt"));
+    {
+        QFile f(in);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(EncodeCodePage(
+            QStringLiteral(
+                "1\n00:00:01,000 --> 00:00:02,000\nÇa va? Où est le café crème?\n\n"
+                "2\n00:00:03,000 --> 00:00:04,000\nDéjà vu, naïve façade, señor, très bien à 5 €.\n\n"),
+            "WINDOWS-1252"));
+    }
+    const QString out = path(QStringLiteral("out.srt"));
+    const QStringList quiet { QStringLiteral("--no-backup") };
+    ASSERT_EQ(run(quiet + QStringList { QStringLiteral("--modern"), in, out }).Exit, 0);
+    const WholeFileRead kept = ReadWholeFile(out, false);
+    EXPECT_FALSE(kept.Unicode);
+    EXPECT_EQ(ReadTextStream(out, FileCode::ANSI, "WINDOWS-1252").Text,
+        QStringLiteral(
+            "1\r\n00:00:01,000 --> 00:00:02,000\r\nÇa va? Où est le café crème?\r\n\r\n"
+            "2\r\n00:00:03,000 --> 00:00:04,000\r\nDéjà vu, naïve façade, señor, très bien à 5 €.\r\n\r\n"));
+
+    ASSERT_EQ(run(quiet
+                  + QStringList { QStringLiteral("--modern"), QStringLiteral("--encoding"),
+                      QStringLiteral("utf8"), in, out })
+                  .Exit,
+        0);
+    QFile utf8(out);
+    ASSERT_TRUE(utf8.open(QIODevice::ReadOnly));
+    const QByteArray bytes = utf8.readAll();
+    EXPECT_TRUE(bytes.startsWith("1\r\n00:00:01,000"));
+    EXPECT_TRUE(bytes.contains(QStringLiteral("\r\nDéjà vu").toUtf8()));
+
+    // A code page by name; without --modern the bare line feeds leave one block and no cue.
+    const QStringList named { QStringLiteral("--from-encoding"), QStringLiteral("windows-1252"),
+        QStringLiteral("--encoding"), QStringLiteral("utf8"), in, out };
+    ASSERT_EQ(run(quiet + QStringList { QStringLiteral("--modern") } + named).Exit, 0);
+    EXPECT_TRUE(ReadTextStream(out, FileCode::UTF8).Text.contains(QStringLiteral("\r\nDéjà vu")));
+    const ToolRun plain = run(quiet + named);
+    EXPECT_EQ(plain.Exit, 0);
+    EXPECT_EQ(plain.Errors.size(), 1);
+    EXPECT_EQ(ReadTextStream(out, FileCode::UTF8).Text, QString());
+    EXPECT_EQ(run({ QStringLiteral("--from-encoding"), QStringLiteral("no-such-code"), in, out }).Exit, 2);
+}
+
 TEST_F(Convert, StatusAndMessages)
 {
     const ToolRun usage

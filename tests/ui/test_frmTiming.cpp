@@ -38,6 +38,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTemporaryDir>
 #include <QTest>
@@ -641,4 +642,57 @@ TEST_F(TimingWindowTest, QueuedStrokesAndACloseBetweenThemRunOneAfterAnother)
     EXPECT_TRUE(made.isNull());
     EXPECT_TRUE(view.isNull());
     EXPECT_FALSE(doc->Content().contains(QStringLiteral("0:00:02.50")));
+}
+
+// A file with bare line feeds tells the frame's status bar about the modern-files setting
+// when the setting is off; with it on the file reads line by line and nothing is said.
+TEST_F(TimingWindowTest, BareLineFeedsAreHintedWhileModernFilesAreOff)
+{
+    QStringList hints;
+    form->ShowStatus = [&hints](const QString &hint) { hints << hint; };
+    const QString lf = dir.filePath(QStringLiteral("lf.srt"));
+    WriteTextFile(lf,
+        QStringLiteral("1\n00:00:01,000 --> 00:00:02,000\nOne\n\n2\n00:00:03,000 --> 00:00:04,000\nTwo\n"),
+        false);
+    prompt.Answers.clear();
+    ASSERT_TRUE(form->OpenFile(0, lf));
+    ASSERT_TRUE(form->OpenFile(0, scriptPath));
+    ModernFiles = true;
+    ASSERT_TRUE(form->OpenFile(0, lf));
+    ModernFiles = false;
+    EXPECT_EQ(hints, QStringList({ Msg(QStringLiteral("VELMAR_FILE_200")), QString(), QString() }));
+    EXPECT_EQ(cell(CTimingGrid::ColDialog, 2), QStringLiteral("Two"));
+}
+
+// A long preview is shown a piece at a time, the rest as the view scrolls to its end;
+// OK still writes the whole text.
+TEST_F(TimingWindowTest, FileOptionPreviewIsFilledLazily)
+{
+    QString text;
+    for (int i = 0; i < 20000; ++i)
+        text += QStringLiteral("Dialogue: 0,0:00:01.00,0:00:02.00,Default,,0,0,0,,line %1\r\n").arg(i);
+    frmFileOption dialog;
+    dialog.Model.setOperation(FileOperation::Save);
+    dialog.Model.BackupBeforeSave = false;
+    dialog.Model.FileCode = FileCode::UTF8;
+    dialog.Model.FileName = dir.filePath(QStringLiteral("long.txt"));
+    dialog.Model.FileContent = text;
+    dialog.Refresh();
+    EXPECT_FALSE(dialog.PreviewComplete());
+    EXPECT_LE(dialog.rtfPreview->toPlainText().size(), frmFileOption::PreviewPiece);
+    EXPECT_TRUE(dialog.rtfPreview->toPlainText().startsWith(QStringLiteral("Dialogue: 0,0:00:01.00")));
+    dialog.show();
+    QScrollBar *bar = dialog.rtfPreview->verticalScrollBar();
+    for (int step = 0; step < 100 && !dialog.PreviewComplete(); ++step) {
+        bar->setValue(bar->maximum());
+        QCoreApplication::processEvents();
+    }
+    EXPECT_TRUE(dialog.PreviewComplete());
+    QTextEdit whole;
+    whole.setPlainText(text);
+    EXPECT_EQ(dialog.rtfPreview->toPlainText(), whole.toPlainText());
+    dialog.cmdOK->click();
+    QFile written(dialog.Model.FileName);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(written.readAll(), text.toUtf8());
 }

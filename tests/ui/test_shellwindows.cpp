@@ -424,6 +424,14 @@ TEST_F(ShellWindows, SettingDialogBindsItsModel)
     EXPECT_TRUE(AutoGetClipBoard);
     // The frame shows the new key at once.
     EXPECT_EQ(frame->PanelText(QStringLiteral("EndPoint")), QStringLiteral("F7:  插入结束时间点"));
+
+    // Modern files: off by default, on with their box.
+    EXPECT_EQ(dialog.chkModernFiles->text(), QStringLiteral("兼容现代文件"));
+    EXPECT_FALSE(dialog.chkModernFiles->isChecked());
+    dialog.chkModernFiles->setChecked(true);
+    EXPECT_TRUE(dialog.OK());
+    EXPECT_TRUE(ModernFiles);
+    ModernFiles = false;
 }
 
 TEST_F(ShellWindows, SettingDialogFromTheFrameSwitchesTheClipboardWatch)
