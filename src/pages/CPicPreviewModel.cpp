@@ -21,6 +21,12 @@ CPicPreviewModel::CPicPreviewModel()
 {
     m_pageList.setMaxCols(2);
     m_pageList.setMaxRows(0);
+    // The list's columns carry the timing grid's titles of the two times.
+    m_pageList.setRow(0);
+    m_pageList.setCol(1);
+    m_pageList.setText(Msg(QStringLiteral("TIMING_COL_TITLE_200")));
+    m_pageList.setCol(2);
+    m_pageList.setText(Msg(QStringLiteral("TIMING_COL_TITLE_300")));
     m_pages.setPicture(&m_picture);
     m_pages.PictureFolder = GetSetting(SettingSection, SettingPictureFolder, QStringLiteral("0")) == u"1";
 }

@@ -75,6 +75,11 @@ TEST_F(PicPreviewModel, LoadingListsAndDrawsThePages)
     ASSERT_EQ(model.PageList().MaxRows(), 3);
     EXPECT_EQ(model.PageList().GetText(1, 2), QStringLiteral("00:00:02:00"));
     EXPECT_EQ(model.PageList().GetText(2, 2), QStringLiteral("00:00:03:00"));
+    // the columns keep the titles of the two times through a reload
+    model.Reload();
+    EXPECT_EQ(model.PageList().headerData(1, Qt::Horizontal).toString(),
+        Msg(QStringLiteral("TIMING_COL_TITLE_300")));
+    EXPECT_NE(Msg(QStringLiteral("TIMING_COL_TITLE_300")), QStringLiteral("TIMING_COL_TITLE_300"));
     // the first page stands on the box, in white for lines without a style of their own
     EXPECT_EQ(model.Pages().At(0)->Dialog(), QStringLiteral("A"));
     EXPECT_GT(countColour(model.Picture().Image(), 0xFFFFFF), 0);
