@@ -60,10 +60,7 @@ frmPicPreview::frmPicPreview(QWidget *parent)
     spdTime = new CSpreadView(this);
     spdTime->setObjectName(QStringLiteral("spdTime"));
     spdTime->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    CSpread &list = m_model.PageList();
-    list.SetText(1, 0, Msg(QStringLiteral("TIMING_COL_TITLE_200")));
-    list.SetText(2, 0, Msg(QStringLiteral("TIMING_COL_TITLE_300")));
-    spdTime->SetSpread(&list);
+    spdTime->SetSpread(&m_model.PageList());
     spdTime->horizontalHeader()->setStretchLastSection(true);
 
     picPreview = new QLabel(this);
