@@ -295,12 +295,13 @@ void frmNotePad::EditFindNext()
         EditFind();
         return;
     }
-    CTextFind finder;
-    finder.FindTarget = m_text.get();
-    finder.FindText = kept.FindList.first();
-    finder.MatchCase = kept.MatchCase;
-    finder.Direction = kept.Direction;
-    finder.FindNext();
+    if (m_findNext.FindText != kept.FindList.first() || m_findNext.MatchCase != kept.MatchCase)
+        m_findNext.Restart();
+    m_findNext.FindTarget = m_text.get();
+    m_findNext.FindText = kept.FindList.first();
+    m_findNext.MatchCase = kept.MatchCase;
+    m_findNext.Direction = kept.Direction;
+    m_findNext.FindNext();
 }
 
 void frmNotePad::FindWindow_BeforeClose()

@@ -2,6 +2,7 @@
 
 #include "core/IForm.h"
 #include "shell/IAutoSaveDocument.h"
+#include "translation/CTextFind.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -99,4 +100,7 @@ private:
     bool m_unicode = true;
     bool m_loading = false;
     std::unique_ptr<CTextEditControl> m_text;
+    // Find next without the dialog: kept between strokes, so that a repeated search moves
+    // on from its last hit.
+    CTextFind m_findNext;
 };

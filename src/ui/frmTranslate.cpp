@@ -32,6 +32,7 @@
 #include <QFontComboBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -224,6 +225,9 @@ void frmTranslate::buildBars()
     tlbFormat->addWidget(cmbFontSize);
     connect(cmbFontName, &QComboBox::textActivated, this, &frmTranslate::fontNameChosen);
     connect(cmbFontSize, &QComboBox::textActivated, this, &frmTranslate::fontSizeChosen);
+    // A size typed that the list does not hold is taken on Enter as well.
+    connect(cmbFontSize->lineEdit(), &QLineEdit::returnPressed, this,
+        [this] { fontSizeChosen(cmbFontSize->lineEdit()->text()); });
 
     cmbPlayer = new QComboBox(this);
     cmbPlayer->setObjectName(QStringLiteral("cmbPlayer"));

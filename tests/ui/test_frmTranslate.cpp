@@ -221,9 +221,10 @@ TEST_F(Workspace, FormatButtonsShowTheSelectionAndAClickSetsItAll)
 
     // The font boxes act on the selection and show it, empty when mixed.
     select(rtf, 0, 2);
-    w->cmbFontSize->setEditText(QStringLiteral("20"));
-    emit w->cmbFontSize->textActivated(QStringLiteral("20"));
-    EXPECT_EQ(w->cmbFontSize->currentText(), QStringLiteral("20"));
+    // a size the list does not hold, typed and taken with Enter
+    w->cmbFontSize->lineEdit()->setText(QStringLiteral("13"));
+    QTest::keyClick(w->cmbFontSize->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(w->cmbFontSize->currentText(), QStringLiteral("13"));
     select(rtf, 1, 3);
     EXPECT_TRUE(w->cmbFontSize->currentText().isEmpty());
     emit w->cmbFontName->textActivated(QStringLiteral("Serif"));
@@ -236,7 +237,7 @@ TEST_F(Workspace, FormatButtonsShowTheSelectionAndAClickSetsItAll)
     EXPECT_EQ(panel(w, "Line"), QStringLiteral("行:2"));
     w->Document()->ChangeOption = ChangeOption::Text | ChangeOption::Bold | ChangeOption::FontSize;
     w->Document()->TranslateOption = 0;
-    EXPECT_TRUE(w->Document()->Content().startsWith(QStringLiteral("{\\fs20}{\\b1}粗")));
+    EXPECT_TRUE(w->Document()->Content().startsWith(QStringLiteral("{\\fs13}{\\b1}粗")));
 }
 
 TEST_F(Workspace, DraftsOpenBySaveAndAskBeforeTheyGo)
@@ -468,6 +469,15 @@ TEST_F(Workspace, NotepadSlotsEditCommandsFilesAndPrinting)
     select(pad.rtfEdit, 0, 1);
     pad.EditDelete();
     EXPECT_TRUE(pad.rtfEdit->toPlainText().startsWith(QStringLiteral("第一行第二行")));
+
+    // Find next without the dialog moves on from hit to hit.
+    FindState().Remember(QStringLiteral("行"));
+    select(pad.rtfEdit, 0, 0);
+    pad.EditFindNext();
+    const int first = pad.rtfEdit->textCursor().selectionStart();
+    pad.EditFindNext();
+    EXPECT_GT(pad.rtfEdit->textCursor().selectionStart(), first);
+    EXPECT_EQ(pad.rtfEdit->textCursor().selectedText(), QStringLiteral("行"));
 
     // A time stamp from the first player; the printer setting only says it has none.
     control.setPositionDirect(61.25);
