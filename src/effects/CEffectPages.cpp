@@ -145,6 +145,8 @@ void CEffectPages::placeText(int index, const QString &label, const QString &val
 
 void CEffectPages::ShowPage(int page, bool showDefaults)
 {
+    if (page == ColourCycleCurrentPage)
+        return;
     for (CEffectControl &c : m_controls) {
         if (c.Name == u"fraEffect")
             continue;
@@ -325,7 +327,7 @@ void CEffectPages::declarePositionSteps()
 
 void CEffectPages::BackupCtrl(int page, bool firstTime)
 {
-    if (page < 0 || page >= PageCount)
+    if (page < 0 || page >= PageCount || page == ColourCycleCurrentPage)
         return;
     ShowPage(page, firstTime);
     QList<BackupRow> &rows = m_backup[page];
@@ -361,7 +363,7 @@ void CEffectPages::BackupCtrl(int page, bool firstTime)
 
 void CEffectPages::RestoreCtrl(int page)
 {
-    if (page < 0 || page >= PageCount)
+    if (page < 0 || page >= PageCount || page == ColourCycleCurrentPage)
         return;
     ShowPage(page, false);
     for (const BackupRow &r : std::as_const(m_backup[page])) {

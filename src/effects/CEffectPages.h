@@ -18,6 +18,10 @@ class CEffectPages
 {
 public:
     static constexpr int PageCount = 8;
+    // The colour cycle over the values shown: a page without controls of its own, which
+    // keeps the controls and values of the page shown before it (nothing hidden, backed up
+    // or restored).
+    static constexpr int ColourCycleCurrentPage = 5;
 
     struct BackupRow
     {

@@ -84,14 +84,20 @@ TEST_F(PagesTest, DefaultsOfTheGeneratorPages)
     EXPECT_EQ(ctl("lblSldArg", 0).Caption, QStringLiteral("淡入淡出范围选择"));
 }
 
-TEST_F(PagesTest, PageFiveShowsNothing)
+TEST_F(PagesTest, PageFiveKeepsThePageShownBeforeWithItsValues)
 {
-    pages.SelectPage(6);
+    pages.SelectPage(4);
+    ctl("txtArg", 1).Text = QStringLiteral("33");
+    const QStringList shown = visibleKeys();
     pages.SelectPage(5);
-    EXPECT_TRUE(visibleKeys().isEmpty());
+    EXPECT_EQ(visibleKeys(), shown);
+    EXPECT_TRUE(shown.contains(QStringLiteral("cmdCreate")));
+    EXPECT_EQ(pages.Args().txtArg[1], QStringLiteral("33"));
     EXPECT_TRUE(pages.Explanation().isEmpty());
-    // the frame shows what it held when page 5 was first backed up, right after page 4
-    EXPECT_EQ(ctl("fraEffect").Caption, QStringLiteral("颜色循环渐进"));
+    // leaving it keeps the values typed on the page before
+    pages.SelectPage(6);
+    pages.SelectPage(4);
+    EXPECT_EQ(ctl("txtArg", 1).Text, QStringLiteral("33"));
 }
 
 TEST_F(PagesTest, TextTypedOnAPageSurvivesAVisitElsewhere)
