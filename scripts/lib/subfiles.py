@@ -27,19 +27,51 @@ def ass_time(text):
     return int(h) * 3600 + int(m) * 60 + float(s)
 
 
+def ass_section(text, name):
+    """The entries of a section of an ASS or SSA script as (key, value) pairs, in order:
+    "Title: x" gives ("Title", "x"); a Style or Dialogue line its fields by the section's
+    Format line, as a dict."""
+    entries = []
+    fields = None
+    inside = False
+    for line in text.split("\r\n"):
+        if line.startswith("["):
+            inside = line.strip().lower() == "[%s]" % name.lower()
+            fields = None
+            continue
+        if not inside or ":" not in line or line.startswith(";"):
+            continue
+        key, value = line.split(":", 1)
+        value = value.lstrip()
+        if key == "Format":
+            fields = [f.strip() for f in value.split(",")]
+        elif fields and key in ("Style", "Dialogue", "Comment"):
+            entries.append((key, dict(zip(fields, value.split(",", len(fields) - 1)))))
+        else:
+            entries.append((key, value))
+    return entries
+
+
+def ass_rows(text):
+    """The fields of every Dialogue line of an ASS or SSA script, as dicts, in order."""
+    return [row for key, row in ass_section(text, "Events") if key == "Dialogue"]
+
+
 def ass_events(text):
     """(start, end, dialogue) of every Dialogue line of an ASS or SSA script, in order."""
-    fields = None
-    events = []
-    for line in text.split("\r\n"):
-        if line.startswith("Format:") and fields is None and "Start" in line:
-            fields = [f.strip() for f in line[len("Format:") :].split(",")]
-        elif line.startswith("Dialogue:"):
-            names = fields or ["Layer", "Start", "End", "Style", "Name", "MarginL", "MarginR", "MarginV", "Effect", "Text"]
-            values = line[len("Dialogue:") :].split(",", len(names) - 1)
-            row = dict(zip(names, values))
-            events.append((ass_time(row["Start"]), ass_time(row["End"]), row.get("Text", "")))
-    return events
+    return [(ass_time(row["Start"]), ass_time(row["End"]), row.get("Text", "")) for row in ass_rows(text)]
+
+
+_KARAOKE_TAG = re.compile(r"\{\\[kK][fo]?(\d+)\}([^{]*)")
+_KARAOKE_LINE = re.compile(r"(?:\{\\[kK][fo]?\d+\}[^{]*)+")
+
+
+def karaoke(text):
+    """(hundredths, syllable) of every karaoke tag of a dialogue, in order; None when
+    anything but tags and their syllables stands in the text."""
+    if not _KARAOKE_LINE.fullmatch(text):
+        return None
+    return [(int(length), syllable) for length, syllable in _KARAOKE_TAG.findall(text)]
 
 
 _SRT_TIMES = re.compile(r"(\d+):(\d\d):(\d\d)[,.](\d{1,3})\s*-->\s*(\d+):(\d\d):(\d\d)[,.](\d{1,3})")

@@ -16,7 +16,7 @@ import xdrive
 # from the bottom, for entries below the recent files).
 MENU_TITLES = {"file": (21, 11), "option": (59, 11), "window": (97, 11)}
 MENU_ENTRIES = {
-    "file": {"new timing": 33, "open video": 57, "open timing": 101, "exit": -12},
+    "file": {"new timing": 33, "open video": 57, "open translation": 79, "open timing": 101, "exit": -12},
     "option": {"settings": 12},
     "window": {"tile": 12},
 }
@@ -149,15 +149,18 @@ class ProgramSession:
         """The program's windows standing over the frame: dialogs, tool windows and menus."""
         return [w for w in self.windows() if self.frame is None or w.id != self.frame.id]
 
-    def wait_window(self, name, timeout=20, frame=False, size=None, popup=False, exclude=()):
-        """The program's window with this name once it shows (a menu: popup=True), other than
-        the windows excluded (a dialog of the same name already open)."""
+    def wait_window(self, name, timeout=20, frame=False, size=None, popup=False, exclude=(), prefix=False):
+        """The program's window with this name (prefix=True: a name that starts with it) once
+        it shows (a menu: popup=True), other than the windows excluded (a dialog of the same
+        name already open)."""
         deadline = time.monotonic() + timeout
         while True:
             if self.process is not None and self.process.poll() is not None:
                 raise StepFailed("the program ended (status %s) while waiting for %r" % (self.process.returncode, name))
             for w in self.windows():
-                if w.override_redirect != popup or (name is not None and w.name != name):
+                if w.override_redirect != popup:
+                    continue
+                if name is not None and not (w.name.startswith(name) if prefix else w.name == name):
                     continue
                 if frame and w.transient_for is not None:
                     continue

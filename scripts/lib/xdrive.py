@@ -488,6 +488,9 @@ class Input:
 
     def __init__(self, display_name):
         self.env = dict(os.environ, DISPLAY=display_name)
+        # Where this input last put the pointer: xdotool's mousemove --sync to the place
+        # where the pointer already stands waits for a move that never comes (many seconds).
+        self._at = None
 
     def xdotool(self, *args):
         subprocess.run(["xdotool", *[str(a) for a in args]], env=self.env, check=True, timeout=30)
@@ -498,21 +501,32 @@ class Input:
     def type(self, text, delay=8):
         self.xdotool("type", "--delay", delay, "--", text)
 
+    def _move_to(self, x, y):
+        """The arguments that bring the pointer to a place, waiting until it is there."""
+        if self._at == (x, y):
+            return []
+        self._at = (x, y)
+        return ["mousemove", "--sync", x, y]
+
     def move(self, x, y):
-        self.xdotool("mousemove", "--sync", x, y)
+        moving = self._move_to(x, y)
+        if moving:
+            self.xdotool(*moving)
 
     def click(self, x, y, button=1, repeat=1):
-        self.xdotool("mousemove", "--sync", x, y, "click", "--repeat", repeat, "--delay", 60, button)
+        self.xdotool(*self._move_to(x, y), "click", "--repeat", repeat, "--delay", 60, button)
 
     def drag(self, x1, y1, x2, y2, button=1):
+        start = self._move_to(x1, y1)
+        self._at = (x2, y2)
         self.xdotool(
-            "mousemove", "--sync", x1, y1, "mousedown", button, "sleep", "0.05",
+            *start, "mousedown", button, "sleep", "0.05",
             "mousemove", "--sync", (x1 + x2) // 2, (y1 + y2) // 2, "sleep", "0.05",
             "mousemove", "--sync", x2, y2, "sleep", "0.05", "mouseup", button,
         )
 
     def wheel(self, x, y, up=True, turns=1):
-        self.xdotool("mousemove", "--sync", x, y, "click", "--repeat", turns, 4 if up else 5)
+        self.xdotool(*self._move_to(x, y), "click", "--repeat", turns, 4 if up else 5)
 
     def focus(self, wid):
         self.xdotool("windowfocus", "--sync", wid)
