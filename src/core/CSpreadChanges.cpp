@@ -69,8 +69,10 @@ bool CSpreadChanges::CellSet::Insert(quint64 key)
 
 void CSpreadChanges::CellSet::Clear()
 {
+    // The short list keeps its memory for the next action; a hash is freed.
     m_few.clear();
-    m_many = {};
+    if (!m_many.empty())
+        m_many = {};
 }
 
 // ---- recording ---------------------------------------------------------------------
@@ -195,6 +197,17 @@ void CSpreadChanges::Finish(const CSpread &grid)
         segment.Columns.shrink_to_fit();
     }
     m_segments.shrink_to_fit();
+}
+
+CSpreadChanges CSpreadChanges::Take()
+{
+    CSpreadChanges taken;
+    taken.m_segments = std::move(m_segments);
+    taken.m_irreversible = m_irreversible;
+    m_segments.clear();
+    m_irreversible = false;
+    m_seen.Clear();
+    return taken;
 }
 
 void CSpreadChanges::Append(CSpreadChanges &&later)

@@ -69,6 +69,9 @@ public:
     // no row moved (an action that changed nothing leaves an empty record), and what only
     // served the recording is freed.
     void Finish(const CSpread &grid);
+    // Hands over what was recorded and starts afresh. The recording's working memory stays
+    // here, so that a recorder used for one action after another allocates it once.
+    CSpreadChanges Take();
     // Joins changes made after these into one record.
     void Append(CSpreadChanges &&later);
 

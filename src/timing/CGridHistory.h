@@ -84,7 +84,8 @@ private:
     qint64 m_budget;
 
     // The open step.
-    std::unique_ptr<CSpreadChanges> m_changes;
+    // The record of the open step; it records one step after another.
+    CSpreadChanges m_changes;
     const char *m_captionKey = nullptr;
     int m_kind = 0;
     int m_depth = 0;
