@@ -24,9 +24,8 @@ constexpr const char *kImplicitCaption = "VELMAR_UNDO_200";
 class CGridHistory::Step : public IUndoStep
 {
 public:
-    Step(CGridHistory &history, CSpreadChanges &&changes, const char *captionKey, int kind)
+    Step(CGridHistory &history, const char *captionKey, int kind)
         : History(history)
-        , Changes(std::move(changes))
         , CaptionKey(captionKey)
         , Kind(kind)
     { }
@@ -180,7 +179,16 @@ CSpreadChanges *CGridHistory::Recording()
                 CloseImplicitStep();
         });
     }
-    return m_reset ? nullptr : &m_changes;
+    if (m_reset)
+        return nullptr;
+    // The step is made when the action first changes the grid: an action that changes
+    // nothing costs nothing.
+    if (!m_step) {
+        m_step = std::make_unique<Step>(*this, m_captionKey ? m_captionKey : kImplicitCaption, m_kind);
+        m_step->BeforeCol = m_beforeCol;
+        m_step->BeforeRow = m_beforeRow;
+    }
+    return &m_step->Changes;
 }
 
 void CGridHistory::CloseImplicitStep()
@@ -205,13 +213,11 @@ void CGridHistory::CloseStep()
 {
     m_open = false;
     m_implicit = false;
+    std::unique_ptr<Step> step = std::move(m_step);
     // A handler that changes the grid while a step is applied records nothing.
-    if (m_applying) {
-        m_changes.Take();
+    if (m_applying)
         return;
-    }
-    if (m_reset || m_changes.Irreversible()) {
-        m_changes.Take();
+    if (m_reset || (step && step->Changes.Irreversible())) {
         // The grid is another one now: no step applies to it any more. It is the state
         // read from a file only while the document says so.
         m_reset = false;
@@ -219,13 +225,11 @@ void CGridHistory::CloseStep()
         Stack().Clear(doc && !doc->Changed());
         return;
     }
-    m_changes.Finish(m_grid.Spread());
-    if (m_changes.IsEmpty())
+    if (!step)
         return;
-    auto step = std::make_unique<Step>(
-        *this, m_changes.Take(), m_captionKey ? m_captionKey : kImplicitCaption, m_kind);
-    step->BeforeCol = m_beforeCol;
-    step->BeforeRow = m_beforeRow;
+    step->Changes.Finish(m_grid.Spread());
+    if (step->Changes.IsEmpty())
+        return;
     step->AfterCol = m_grid.Spread().ActiveCol();
     step->AfterRow = m_grid.Spread().ActiveRow();
     Stack().Push(std::move(step));
