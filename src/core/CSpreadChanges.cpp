@@ -101,7 +101,7 @@ void CSpreadChanges::KeepColumn(int col, const CSpread::Column &column)
 
 void CSpreadChanges::AddRows(RowRecord &&record)
 {
-    Open().Rows = std::move(record);
+    Open().Rows = std::make_unique<RowRecord>(std::move(record));
     // Positions below the change are others now: the next change opens a segment.
     m_index.reset();
 }
@@ -135,8 +135,8 @@ bool CSpreadChanges::IsEmpty() const
 
 bool CSpreadChanges::MovesRows() const
 {
-    return std::any_of(m_segments.begin(), m_segments.end(),
-        [](const Segment &segment) { return segment.Rows.has_value(); });
+    return std::any_of(
+        m_segments.begin(), m_segments.end(), [](const Segment &segment) { return segment.Rows != nullptr; });
 }
 
 bool CSpreadChanges::SingleCell(int &col, int &row) const
@@ -158,6 +158,7 @@ qint64 CSpreadChanges::Bytes() const
             bytes += TextBytes(record.Cell.Text);
         bytes += qint64(segment.Columns.capacity()) * qint64(sizeof(ColumnRecord));
         if (segment.Rows) {
+            bytes += qint64(sizeof(RowRecord));
             bytes += qint64(segment.Rows->Rows.capacity()) * qint64(sizeof(CSpread::RowCells));
             for (const CSpread::RowCells &cells : segment.Rows->Rows)
                 bytes += RowBytes(cells);

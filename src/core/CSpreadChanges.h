@@ -6,7 +6,6 @@
 #include <QtGlobal>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <unordered_set>
 #include <vector>
 
@@ -108,7 +107,8 @@ private:
     {
         QVarLengthArray<CellRecord, 1> Cells;
         std::vector<ColumnRecord> Columns;
-        std::optional<RowRecord> Rows;
+        // The change of rows that ends the segment, if any.
+        std::unique_ptr<RowRecord> Rows;
     };
     static bool SameCell(const CSpread::Cell &a, const CSpread::Cell &b);
     static qint64 RowBytes(const CSpread::RowCells &cells);
