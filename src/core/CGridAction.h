@@ -6,10 +6,11 @@ class CSpread;
 class ISpreadJournal;
 
 // One user action on a grid that keeps a history: everything the grid changes while the
-// guard lives becomes one undo step, named by the catalogue text of `captionKey`. Guards
-// opened while one is open join it, so a routine may guard itself and still be part of a
-// larger action. The step is closed when the outermost guard goes, however it goes (a
-// fault included: what was done until then is one step). On a grid without a history the
+// guard lives becomes one undo step, named by the catalogue text of `captionKey` (a string
+// literal: the step keeps the key and looks the text up when it is shown). Guards opened
+// while one is open join it, so a routine may guard itself and still be part of a larger
+// action. The step is closed when the outermost guard goes, however it goes (a fault
+// included: what was done until then is one step). On a grid without a history the
 // guard does nothing.
 //
 // A change made outside every guard is not lost: it opens an implicit step of its own,

@@ -10,6 +10,12 @@ quint64 CellKey(int col, int row)
     return (quint64(quint32(row)) << 32) | quint32(col);
 }
 
+// The memory an array holds beyond its place in the record.
+template <typename T, qsizetype Prealloc> qint64 HeapBytes(const QVarLengthArray<T, Prealloc> &array)
+{
+    return array.capacity() > Prealloc ? qint64(array.capacity()) * qint64(sizeof(T)) : 0;
+}
+
 qint64 TextBytes(const QString &text)
 {
     return text.isEmpty() ? 0 : qint64(text.capacity()) * qint64(sizeof(QChar)) + 24;
@@ -46,33 +52,6 @@ qint64 CSpreadChanges::RowBytes(const CSpread::RowCells &cells)
     return bytes;
 }
 
-// ---- the set of kept cells ---------------------------------------------------------
-
-bool CSpreadChanges::CellSet::Insert(quint64 key)
-{
-    // Most actions touch a handful of cells: a short list is searched faster than a
-    // hash is built. Past that the list moves into the hash.
-    constexpr size_t few = 24;
-    if (m_many.empty()) {
-        if (std::find(m_few.begin(), m_few.end(), key) != m_few.end())
-            return false;
-        if (m_few.size() < few) {
-            m_few.push_back(key);
-            return true;
-        }
-        m_many.reserve(few * 4);
-        m_many.insert(m_few.begin(), m_few.end());
-        m_few.clear();
-    }
-    return m_many.insert(key).second;
-}
-
-void CSpreadChanges::CellSet::Clear()
-{
-    m_few.clear();
-    m_many = {};
-}
-
 // ---- recording ---------------------------------------------------------------------
 
 CSpreadChanges::CSpreadChanges() = default;
@@ -89,9 +68,26 @@ CSpreadChanges::Segment &CSpreadChanges::Open()
 
 void CSpreadChanges::KeepCell(int col, int row, const CSpread::Cell &cell)
 {
-    if (!m_seen.Insert(CellKey(col, row)))
-        return;
-    Open().Cells.push_back({ col, row, cell });
+    // Most actions keep a handful of cells: a short list is searched faster than an index
+    // is built. Past that the cells go into the index.
+    constexpr qsizetype few = 24;
+    Segment &segment = Open();
+    if (m_index) {
+        if (!m_index->insert(CellKey(col, row)).second)
+            return;
+    } else {
+        for (const CellRecord &kept : segment.Cells)
+            if (kept.Col == col && kept.Row == row)
+                return;
+        if (segment.Cells.size() >= few) {
+            m_index = std::make_unique<std::unordered_set<quint64>>();
+            m_index->reserve(size_t(few) * 4);
+            for (const CellRecord &kept : segment.Cells)
+                m_index->insert(CellKey(kept.Col, kept.Row));
+            m_index->insert(CellKey(col, row));
+        }
+    }
+    segment.Cells.push_back({ col, row, cell });
 }
 
 void CSpreadChanges::KeepColumn(int col, const CSpread::Column &column)
@@ -105,9 +101,9 @@ void CSpreadChanges::KeepColumn(int col, const CSpread::Column &column)
 
 void CSpreadChanges::AddRows(RowRecord &&record)
 {
-    Open().Rows = std::move(record);
+    Open().Rows = std::make_unique<RowRecord>(std::move(record));
     // Positions below the change are others now: the next change opens a segment.
-    m_seen.Clear();
+    m_index.reset();
 }
 
 void CSpreadChanges::RowInserted(int row, CSpread::RowCells &&fallen)
@@ -139,8 +135,8 @@ bool CSpreadChanges::IsEmpty() const
 
 bool CSpreadChanges::MovesRows() const
 {
-    return std::any_of(m_segments.begin(), m_segments.end(),
-        [](const Segment &segment) { return segment.Rows.has_value(); });
+    return std::any_of(
+        m_segments.begin(), m_segments.end(), [](const Segment &segment) { return segment.Rows != nullptr; });
 }
 
 bool CSpreadChanges::SingleCell(int &col, int &row) const
@@ -155,13 +151,14 @@ bool CSpreadChanges::SingleCell(int &col, int &row) const
 
 qint64 CSpreadChanges::Bytes() const
 {
-    qint64 bytes = qint64(sizeof(*this)) + qint64(m_segments.capacity()) * qint64(sizeof(Segment));
+    qint64 bytes = qint64(sizeof(*this)) + HeapBytes(m_segments);
     for (const Segment &segment : m_segments) {
-        bytes += qint64(segment.Cells.capacity()) * qint64(sizeof(CellRecord));
+        bytes += HeapBytes(segment.Cells);
         for (const CellRecord &record : segment.Cells)
             bytes += TextBytes(record.Cell.Text);
         bytes += qint64(segment.Columns.capacity()) * qint64(sizeof(ColumnRecord));
         if (segment.Rows) {
+            bytes += qint64(sizeof(RowRecord));
             bytes += qint64(segment.Rows->Rows.capacity()) * qint64(sizeof(CSpread::RowCells));
             for (const CSpread::RowCells &cells : segment.Rows->Rows)
                 bytes += RowBytes(cells);
@@ -172,10 +169,10 @@ qint64 CSpreadChanges::Bytes() const
 
 void CSpreadChanges::Finish(const CSpread &grid)
 {
-    m_seen.Clear();
+    m_index.reset();
     if (!MovesRows()) {
         for (Segment &segment : m_segments) {
-            std::erase_if(segment.Cells, [&grid](const CellRecord &record) {
+            segment.Cells.removeIf([&grid](const CellRecord &record) {
                 const CSpread::Cell *now = grid.CellAt(record.Col, record.Row);
                 return now && SameCell(*now, record.Cell);
             });
@@ -186,15 +183,15 @@ void CSpreadChanges::Finish(const CSpread &grid)
                 return now.Type == record.Type && now.Fore == record.Fore && now.Back == record.Back;
             });
         }
-        std::erase_if(m_segments, [](const Segment &segment) {
+        m_segments.removeIf([](const Segment &segment) {
             return segment.Cells.empty() && segment.Columns.empty() && !segment.Rows;
         });
     }
     for (Segment &segment : m_segments) {
-        segment.Cells.shrink_to_fit();
+        segment.Cells.squeeze();
         segment.Columns.shrink_to_fit();
     }
-    m_segments.shrink_to_fit();
+    m_segments.squeeze();
 }
 
 void CSpreadChanges::Append(CSpreadChanges &&later)
@@ -205,11 +202,11 @@ void CSpreadChanges::Append(CSpreadChanges &&later)
     // here already holds the older state, the later record of it is not needed.
     if (!m_segments.empty() && !m_segments.back().Rows && next != later.m_segments.end()) {
         Segment &open = m_segments.back();
-        CellSet kept;
+        std::unordered_set<quint64> kept;
         for (const CellRecord &record : open.Cells)
-            kept.Insert(CellKey(record.Col, record.Row));
+            kept.insert(CellKey(record.Col, record.Row));
         for (CellRecord &record : next->Cells)
-            if (kept.Insert(CellKey(record.Col, record.Row)))
+            if (kept.insert(CellKey(record.Col, record.Row)).second)
                 open.Cells.push_back(std::move(record));
         for (const ColumnRecord &record : next->Columns)
             if (std::none_of(open.Columns.begin(), open.Columns.end(),

@@ -2,9 +2,10 @@
 
 #include "core/CSpread.h"
 
+#include <QVarLengthArray>
 #include <QtGlobal>
 #include <functional>
-#include <optional>
+#include <memory>
 #include <unordered_set>
 #include <vector>
 
@@ -100,25 +101,15 @@ private:
         // the rows beyond the smaller count.
         std::vector<CSpread::RowCells> Rows;
     };
+    // Most actions change one cell in one segment (a stroke, a cell edit): that record
+    // lives in place, without memory of its own.
     struct Segment
     {
-        std::vector<CellRecord> Cells;
+        QVarLengthArray<CellRecord, 1> Cells;
         std::vector<ColumnRecord> Columns;
-        std::optional<RowRecord> Rows;
+        // The change of rows that ends the segment, if any.
+        std::unique_ptr<RowRecord> Rows;
     };
-    // The cells kept in the open segment, small sets searched in place.
-    class CellSet
-    {
-    public:
-        // True when the cell was not in the set yet.
-        bool Insert(quint64 key);
-        void Clear();
-
-    private:
-        std::vector<quint64> m_few;
-        std::unordered_set<quint64> m_many;
-    };
-
     static bool SameCell(const CSpread::Cell &a, const CSpread::Cell &b);
     static qint64 RowBytes(const CSpread::RowCells &cells);
     Segment &Open();
@@ -129,7 +120,9 @@ private:
     static void SwapColumns(CSpread &grid, Segment &segment, int bounds[4]);
     static void SwapRows(CSpread &grid, RowRecord &record, const Hooks &hooks, bool redo);
 
-    std::vector<Segment> m_segments;
-    CellSet m_seen;
+    QVarLengthArray<Segment, 1> m_segments;
+    // Past a handful of cells, an index of the cells kept in the open segment (a cell is
+    // kept once per segment); fewer are searched in place.
+    std::unique_ptr<std::unordered_set<quint64>> m_index;
     bool m_irreversible = false;
 };

@@ -10,6 +10,7 @@
 #include "timing/CTimingGrid.h"
 
 #include <QTimer>
+#include <typeinfo>
 
 namespace {
 
@@ -19,50 +20,52 @@ constexpr const char *kImplicitCaption = "VELMAR_UNDO_200";
 } // namespace
 
 // One closed action: its record, its caption and where the cursor stood before and after.
+// The caption is kept as its catalogue key and looked up when it is shown.
 class CGridHistory::Step : public IUndoStep
 {
 public:
-    Step(CGridHistory &history, std::unique_ptr<CSpreadChanges> changes, QString caption, int kind)
+    Step(CGridHistory &history, const char *captionKey, int kind)
         : History(history)
-        , Changes(std::move(changes))
-        , Caption(std::move(caption))
+        , CaptionKey(captionKey)
         , Kind(kind)
     { }
 
-    QString Text() const override { return Caption; }
+    QString Text() const override { return Msg(QString::fromLatin1(CaptionKey)); }
     void Undo() override { History.Apply(*this, false); }
     void Redo() override { History.Apply(*this, true); }
     qint64 Bytes() const override
     {
-        return qint64(sizeof(*this)) + Changes->Bytes() + qint64(Caption.capacity()) * qint64(sizeof(QChar));
+        return qint64(sizeof(*this)) - qint64(sizeof(Changes)) + Changes.Bytes();
     }
 
     // A spare row joins whatever came before; typing joins typing into the same cell.
     bool MergeWith(IUndoStep &other) override
     {
-        auto *later = dynamic_cast<Step *>(&other);
-        if (!later || &later->History != &History)
+        if (typeid(other) != typeid(Step))
             return false;
-        bool join = later->Kind == CGridAction::FollowsPrevious;
-        if (!join && later->Kind == CGridAction::Typing && Kind == CGridAction::Typing) {
+        auto &later = static_cast<Step &>(other);
+        if (&later.History != &History)
+            return false;
+        bool join = later.Kind == CGridAction::FollowsPrevious;
+        if (!join && later.Kind == CGridAction::Typing && Kind == CGridAction::Typing) {
             int col = 0;
             int row = 0;
             int laterCol = 0;
             int laterRow = 0;
-            join = Changes->SingleCell(col, row) && later->Changes->SingleCell(laterCol, laterRow)
+            join = Changes.SingleCell(col, row) && later.Changes.SingleCell(laterCol, laterRow)
                 && col == laterCol && row == laterRow;
         }
         if (!join)
             return false;
-        Changes->Append(std::move(*later->Changes));
-        AfterCol = later->AfterCol;
-        AfterRow = later->AfterRow;
+        Changes.Append(std::move(later.Changes));
+        AfterCol = later.AfterCol;
+        AfterRow = later.AfterRow;
         return true;
     }
 
     CGridHistory &History;
-    std::unique_ptr<CSpreadChanges> Changes;
-    QString Caption;
+    CSpreadChanges Changes;
+    const char *CaptionKey;
     int Kind;
     int BeforeCol = 0;
     int BeforeRow = 0;
@@ -176,7 +179,16 @@ CSpreadChanges *CGridHistory::Recording()
                 CloseImplicitStep();
         });
     }
-    return m_reset ? nullptr : m_changes.get();
+    if (m_reset)
+        return nullptr;
+    // The step is made when the action first changes the grid: an action that changes
+    // nothing costs nothing.
+    if (!m_step) {
+        m_step = std::make_unique<Step>(*this, m_captionKey ? m_captionKey : kImplicitCaption, m_kind);
+        m_step->BeforeCol = m_beforeCol;
+        m_step->BeforeRow = m_beforeRow;
+    }
+    return &m_step->Changes;
 }
 
 void CGridHistory::CloseImplicitStep()
@@ -193,7 +205,6 @@ void CGridHistory::OpenStep(const char *captionKey, int kind, bool implicit)
     m_captionKey = captionKey;
     m_kind = kind;
     m_reset = kind == CGridAction::Reset;
-    m_changes = std::make_unique<CSpreadChanges>();
     m_beforeCol = grid.ActiveCol();
     m_beforeRow = grid.ActiveRow();
 }
@@ -202,11 +213,11 @@ void CGridHistory::CloseStep()
 {
     m_open = false;
     m_implicit = false;
-    std::unique_ptr<CSpreadChanges> changes = std::move(m_changes);
+    std::unique_ptr<Step> step = std::move(m_step);
     // A handler that changes the grid while a step is applied records nothing.
-    if (m_applying || !changes)
+    if (m_applying)
         return;
-    if (m_reset || changes->Irreversible()) {
+    if (m_reset || (step && step->Changes.Irreversible())) {
         // The grid is another one now: no step applies to it any more. It is the state
         // read from a file only while the document says so.
         m_reset = false;
@@ -214,13 +225,11 @@ void CGridHistory::CloseStep()
         Stack().Clear(doc && !doc->Changed());
         return;
     }
-    changes->Finish(m_grid.Spread());
-    if (changes->IsEmpty())
+    if (!step)
         return;
-    const QString caption = Msg(QString::fromLatin1(m_captionKey ? m_captionKey : kImplicitCaption));
-    auto step = std::make_unique<Step>(*this, std::move(changes), caption, m_kind);
-    step->BeforeCol = m_beforeCol;
-    step->BeforeRow = m_beforeRow;
+    step->Changes.Finish(m_grid.Spread());
+    if (step->Changes.IsEmpty())
+        return;
     step->AfterCol = m_grid.Spread().ActiveCol();
     step->AfterRow = m_grid.Spread().ActiveRow();
     Stack().Push(std::move(step));
@@ -278,7 +287,7 @@ void CGridHistory::Apply(Step &step, bool redo)
     }
     m_applying = true;
     const CSpreadChanges::Touched touched
-        = redo ? step.Changes->Redo(grid, hooks) : step.Changes->Undo(grid, hooks);
+        = redo ? step.Changes.Redo(grid, hooks) : step.Changes.Undo(grid, hooks);
     grid.RestoreActiveCell(redo ? step.AfterCol : step.BeforeCol, redo ? step.AfterRow : step.BeforeRow);
     if (preview) {
         if (touched.RowsMoved) {

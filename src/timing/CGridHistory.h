@@ -84,7 +84,8 @@ private:
     qint64 m_budget;
 
     // The open step.
-    std::unique_ptr<CSpreadChanges> m_changes;
+    // The open step, once the action changed the grid.
+    std::unique_ptr<Step> m_step;
     const char *m_captionKey = nullptr;
     int m_kind = 0;
     int m_depth = 0;
