@@ -36,9 +36,9 @@ void appendEvent(QString &out, const QString &start, const QString &end, const Q
 void appendEvent(QString &out, double start, double end, const QString &text)
 {
     out += QStringLiteral("Dialogue: Marked=0,");
-    basScript::AppendTime2(out, start);
+    AppendTimeString(out, start, 2);
     out += u',';
-    basScript::AppendTime2(out, end);
+    AppendTimeString(out, end, 2);
     out += QStringLiteral(",*Default,说话人,0000,0000,0000,,");
     out += text;
     out += QStringLiteral("\r\n");
@@ -147,7 +147,7 @@ QString ContentToSRT(const CSSAContent &content)
     auto appendTime = [&text, &time](const CSSAContentLine *line, double seconds, bool start) {
         time.clear();
         if (line->TimeFormat == 0)
-            basScript::AppendTime2(time, seconds);
+            AppendTimeString(time, seconds, 2);
         else
             time = start ? line->StartTimeString() : line->EndTimeString();
         time.replace(u'.', u',');

@@ -134,7 +134,7 @@ QString CSSAContentLine::timeString(double seconds) const
 void CSSAContentLine::appendTimeString(QString &out, double seconds) const
 {
     if (TimeFormat == 0 || TimeFormat > 3 || TimeFormat < 0)
-        AppendTime2(out, seconds);
+        AppendTimeString(out, seconds, 2);
     else
         out += timeString(seconds);
 }
