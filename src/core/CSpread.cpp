@@ -888,8 +888,14 @@ void CSpread::RestoreActiveCell(int col, int row)
 
 QString CSpread::GetText(int col, int row) const
 {
+    return TextAt(col, row);
+}
+
+const QString &CSpread::TextAt(int col, int row) const
+{
+    static const QString none;
     const Cell *cell = CellAt(col, row);
-    return cell ? cell->Text : QString();
+    return cell ? cell->Text : none;
 }
 
 void CSpread::SetText(int col, int row, const QString &text)

@@ -199,6 +199,9 @@ public:
 
     // Direct access to one cell without moving the current cell.
     QString GetText(int col, int row) const;
+    // The same by reference (an empty string outside the grid), valid until the cell
+    // changes: reading a whole grid this way copies no string.
+    const QString &TextAt(int col, int row) const;
     void SetText(int col, int row, const QString &text);
     int GetListChoice(int col, int row) const;
     // Chooses the first item of a list cell equal to the text; with no such item (or no
