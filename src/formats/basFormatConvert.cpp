@@ -107,6 +107,22 @@ QString frameTime(double seconds)
     return u'0' + t.left(7) + u':' + t.mid(t.indexOf(u'.') + 1, 2);
 }
 
+// The decimal digits of a count, appended without a string of their own.
+void appendNumber(QString &out, qint32 value)
+{
+    char16_t digits[12];
+    int count = 0;
+    quint32 v = value < 0 ? 0u - quint32(value) : quint32(value);
+    do {
+        digits[count++] = char16_t(u'0' + v % 10);
+        v /= 10;
+    } while (v > 0);
+    if (value < 0)
+        digits[count++] = u'-';
+    while (count > 0)
+        out += QChar(digits[--count]);
+}
+
 // SMP, SST and LRC write a line only when it says something.
 bool isWritten(const CSSAContentLine *line)
 {
@@ -159,7 +175,7 @@ QString ContentToSRT(const CSSAContent &content)
         if (line->Blank)
             continue;
         ++counter;
-        text += QString::number(counter);
+        appendNumber(text, counter);
         text += kLineEnd;
         appendTime(line, line->StartTime(), true);
         text += QStringLiteral(" --> ");

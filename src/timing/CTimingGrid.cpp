@@ -63,6 +63,12 @@ const QString &CheckedNumberText(const QString &text)
 
 QString NumberText(qint64 value)
 {
+    // The one-digit numbers (layers, most effect fields) are shared, not made per cell.
+    static const QString digits[10] = { QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"),
+        QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"), QStringLiteral("6"),
+        QStringLiteral("7"), QStringLiteral("8"), QStringLiteral("9") };
+    if (value >= 0 && value <= 9)
+        return digits[value];
     return basConvert::CStr(value);
 }
 
