@@ -314,3 +314,44 @@ private:
     ISpreadViewport *m_viewport = nullptr;
     ISpreadJournal *m_journal = nullptr;
 };
+
+// The cell accessors are inline: loading and storing a grid reads and writes every cell.
+inline bool CSpread::IsCell(int col, int row) const
+{
+    return row >= 1 && size_t(row) <= m_rows.size() && col >= 0 && size_t(col) < m_cols.size();
+}
+
+inline const CSpread::Cell *CSpread::CellAt(int col, int row) const
+{
+    return IsCell(col, row) ? &m_rows[size_t(row - 1)][size_t(col)] : nullptr;
+}
+
+inline CSpread::Cell *CSpread::CellAt(int col, int row)
+{
+    return IsCell(col, row) ? &m_rows[size_t(row - 1)][size_t(col)] : nullptr;
+}
+
+inline const QString &CSpread::TextAt(int col, int row) const
+{
+    static const QString none;
+    const Cell *cell = CellAt(col, row);
+    return cell ? cell->Text : none;
+}
+
+inline quint32 CSpread::GetForeColor(int col, int row) const
+{
+    const Cell *cell = CellAt(col, row);
+    return cell ? cell->Fore : ColorWindowText;
+}
+
+inline quint32 CSpread::GetBackColor(int col, int row) const
+{
+    const Cell *cell = CellAt(col, row);
+    return cell ? cell->Back : ColorWindow;
+}
+
+inline bool CSpread::GetCellMark(int col, int row) const
+{
+    const Cell *cell = CellAt(col, row);
+    return cell && cell->Mark;
+}
