@@ -18,7 +18,7 @@ QStringList SplitItems(const QString &tabSeparated)
     return tabSeparated.split(Tab);
 }
 
-// The roles a text or list write changes, made once: a grid load writes hundreds of
+// The roles a write changes, made once: a grid load writes hundreds of
 // thousands of cells.
 const QList<int> &textRoles()
 {
@@ -29,6 +29,24 @@ const QList<int> &textRoles()
 const QList<int> &textAndChoiceRoles()
 {
     static const QList<int> roles { Qt::DisplayRole, Qt::EditRole, CSpread::ListChoiceRole };
+    return roles;
+}
+
+const QList<int> &foreRoles()
+{
+    static const QList<int> roles { Qt::ForegroundRole, CSpread::ForeColorCodeRole };
+    return roles;
+}
+
+const QList<int> &backRoles()
+{
+    static const QList<int> roles { Qt::BackgroundRole, CSpread::BackColorCodeRole };
+    return roles;
+}
+
+const QList<int> &markRoles()
+{
+    static const QList<int> roles { CSpread::CellMarkRole };
     return roles;
 }
 
@@ -45,21 +63,6 @@ CSpread::CSpread(QObject *parent)
 CSpread::~CSpread() = default;
 
 // ---- cells -------------------------------------------------------------------------
-
-bool CSpread::IsCell(int col, int row) const
-{
-    return row >= 1 && row <= MaxRows() && col >= 0 && col <= MaxCols();
-}
-
-const CSpread::Cell *CSpread::CellAt(int col, int row) const
-{
-    return IsCell(col, row) ? &m_rows[size_t(row - 1)][size_t(col)] : nullptr;
-}
-
-CSpread::Cell *CSpread::CellAt(int col, int row)
-{
-    return IsCell(col, row) ? &m_rows[size_t(row - 1)][size_t(col)] : nullptr;
-}
 
 const CSpreadCellType &CSpread::TypeOf(const Cell &cell, int col) const
 {
@@ -399,7 +402,7 @@ void CSpread::setForeColor(quint32 color)
             m_cols[size_t(c)].Fore = color;
         ColumnsChanged();
     }
-    ForEachTarget([&](Cell &cell, int) { cell.Fore = color; }, { Qt::ForegroundRole, ForeColorCodeRole });
+    ForEachTarget([&](Cell &cell, int) { cell.Fore = color; }, foreRoles());
 }
 
 quint32 CSpread::BackColor() const
@@ -418,7 +421,7 @@ void CSpread::setBackColor(quint32 color)
             m_cols[size_t(c)].Back = color;
         ColumnsChanged();
     }
-    ForEachTarget([&](Cell &cell, int) { cell.Back = color; }, { Qt::BackgroundRole, BackColorCodeRole });
+    ForEachTarget([&](Cell &cell, int) { cell.Back = color; }, backRoles());
 }
 
 bool CSpread::CellMark() const
@@ -429,7 +432,7 @@ bool CSpread::CellMark() const
 
 void CSpread::setCellMark(bool mark)
 {
-    ForEachTarget([&](Cell &cell, int) { cell.Mark = mark; }, { CellMarkRole });
+    ForEachTarget([&](Cell &cell, int) { cell.Mark = mark; }, markRoles());
 }
 
 bool CSpread::ColHidden() const
@@ -888,8 +891,7 @@ void CSpread::RestoreActiveCell(int col, int row)
 
 QString CSpread::GetText(int col, int row) const
 {
-    const Cell *cell = CellAt(col, row);
-    return cell ? cell->Text : QString();
+    return TextAt(col, row);
 }
 
 void CSpread::SetText(int col, int row, const QString &text)
@@ -930,24 +932,6 @@ bool CSpread::ChooseItem(int col, int row, const QString &text)
     Choose(*cell, type, int(index));
     NotifyCells(col, row, col, row, textAndChoiceRoles());
     return true;
-}
-
-quint32 CSpread::GetForeColor(int col, int row) const
-{
-    const Cell *cell = CellAt(col, row);
-    return cell ? cell->Fore : ColorWindowText;
-}
-
-quint32 CSpread::GetBackColor(int col, int row) const
-{
-    const Cell *cell = CellAt(col, row);
-    return cell ? cell->Back : ColorWindow;
-}
-
-bool CSpread::GetCellMark(int col, int row) const
-{
-    const Cell *cell = CellAt(col, row);
-    return cell && cell->Mark;
 }
 
 // ---- model -------------------------------------------------------------------------

@@ -199,6 +199,9 @@ public:
 
     // Direct access to one cell without moving the current cell.
     QString GetText(int col, int row) const;
+    // The same by reference (an empty string outside the grid), valid until the cell
+    // changes: reading a whole grid this way copies no string.
+    const QString &TextAt(int col, int row) const;
     void SetText(int col, int row, const QString &text);
     int GetListChoice(int col, int row) const;
     // Chooses the first item of a list cell equal to the text; with no such item (or no
@@ -311,3 +314,44 @@ private:
     ISpreadViewport *m_viewport = nullptr;
     ISpreadJournal *m_journal = nullptr;
 };
+
+// The cell accessors are inline: loading and storing a grid reads and writes every cell.
+inline bool CSpread::IsCell(int col, int row) const
+{
+    return row >= 1 && size_t(row) <= m_rows.size() && col >= 0 && size_t(col) < m_cols.size();
+}
+
+inline const CSpread::Cell *CSpread::CellAt(int col, int row) const
+{
+    return IsCell(col, row) ? &m_rows[size_t(row - 1)][size_t(col)] : nullptr;
+}
+
+inline CSpread::Cell *CSpread::CellAt(int col, int row)
+{
+    return IsCell(col, row) ? &m_rows[size_t(row - 1)][size_t(col)] : nullptr;
+}
+
+inline const QString &CSpread::TextAt(int col, int row) const
+{
+    static const QString none;
+    const Cell *cell = CellAt(col, row);
+    return cell ? cell->Text : none;
+}
+
+inline quint32 CSpread::GetForeColor(int col, int row) const
+{
+    const Cell *cell = CellAt(col, row);
+    return cell ? cell->Fore : ColorWindowText;
+}
+
+inline quint32 CSpread::GetBackColor(int col, int row) const
+{
+    const Cell *cell = CellAt(col, row);
+    return cell ? cell->Back : ColorWindow;
+}
+
+inline bool CSpread::GetCellMark(int col, int row) const
+{
+    const Cell *cell = CellAt(col, row);
+    return cell && cell->Mark;
+}

@@ -10,47 +10,53 @@
 
 using namespace basConvert;
 
-QString TimeToString(double seconds, int precision)
+void AppendTimeString(QString &out, double seconds, int precision)
 {
     // Not a number, or endless, reads as no time at all: the codec never fails loudly.
-    if (seconds < 0 || !std::isfinite(seconds))
-        return precision == 1 ? QStringLiteral("0:00:00.0") : QStringLiteral("0:00:00.00");
-    // Whole numbers kept as doubles: exact below 2^53 and never out of range, so a damaged
-    // file's huge time only makes a long hours field.
+    if (seconds < 0 || !std::isfinite(seconds)) {
+        out += precision == 1 ? u"0:00:00.0" : u"0:00:00.00";
+        return;
+    }
+    // The 1e-5 absorbs binary representation error: the only rounding in the chain. The
+    // whole seconds are cut apart on their own, so no carry runs from the fraction.
     const double whole = std::floor(seconds);
-    const int minutes = int(std::fmod(whole, 3600) / 60);
-    const int secs = int(std::fmod(whole, 60));
-    // The 1e-5 absorbs binary representation error: the only rounding in the chain.
     const double hundredths = std::floor(seconds * 100 + 0.00001);
-    const int fraction = precision == 1 ? int(std::fmod(std::nearbyint(hundredths / 10), 10))
-                                        : int(std::fmod(hundredths, 100));
+    qint64 minutes, secs, fraction;
+    if (seconds < 1e15) {
+        // Whole numbers that a 64-bit integer holds exactly: no floating-point division.
+        const qint64 w = qint64(whole);
+        const qint64 hours = w / 3600;
+        fraction = precision == 1 ? qint64(std::nearbyint(hundredths / 10)) % 10 : qint64(hundredths) % 100;
+        minutes = (w % 3600) / 60;
+        secs = w % 60;
+        if (hours < 10)
+            out += QChar(u'0' + int(hours));
+        else
+            out += QString::number(hours);
+    } else {
+        // A damaged file's huge time only makes a long hours field.
+        fraction = precision == 1 ? qint64(std::fmod(std::nearbyint(hundredths / 10), 10))
+                                  : qint64(std::fmod(hundredths, 100));
+        minutes = qint64(std::fmod(whole, 3600) / 60);
+        secs = qint64(std::fmod(whole, 60));
+        out += QString::number(std::floor(whole / 3600), 'f', 0);
+    }
+    const char16_t tail[] = { u':', char16_t(u'0' + minutes / 10), char16_t(u'0' + minutes % 10), u':',
+        char16_t(u'0' + secs / 10), char16_t(u'0' + secs % 10), u'.', char16_t(u'0' + fraction / 10),
+        char16_t(u'0' + fraction % 10) };
+    if (precision == 1) {
+        out.append(reinterpret_cast<const QChar *>(tail), 7);
+        out += QChar(u'0' + int(fraction));
+    } else {
+        out.append(reinterpret_cast<const QChar *>(tail), 9);
+    }
+}
+
+QString TimeToString(double seconds, int precision)
+{
     QString text;
     text.reserve(12);
-    const double hours = std::floor(whole / 3600);
-    if (hours < 1e9) {
-        // The common case without the double formatter: its digits, most significant first.
-        char16_t digits[10];
-        int count = 0;
-        for (qint64 h = qint64(hours); count == 0 || h > 0; h /= 10)
-            digits[count++] = char16_t(u'0' + h % 10);
-        while (count > 0)
-            text += QChar(digits[--count]);
-    } else {
-        text += QString::number(hours, 'f', 0);
-    }
-    text += u':';
-    text += QChar(u'0' + minutes / 10);
-    text += QChar(u'0' + minutes % 10);
-    text += u':';
-    text += QChar(u'0' + secs / 10);
-    text += QChar(u'0' + secs % 10);
-    text += u'.';
-    if (precision == 1) {
-        text += QChar(u'0' + fraction);
-    } else {
-        text += QChar(u'0' + fraction / 10);
-        text += QChar(u'0' + fraction % 10);
-    }
+    AppendTimeString(text, seconds, precision);
     return text;
 }
 

@@ -10,6 +10,8 @@
 // "H:MM:SS.hh" (precision 2) or "H:MM:SS.h" (precision 1). No carry runs from the
 // fraction into the seconds, and the hours grow past one digit unpadded.
 QString TimeToString(double seconds, int precision = 2);
+// The same appended to `out`.
+void AppendTimeString(QString &out, double seconds, int precision = 2);
 // The strict parser: lengths 9, 10 and 11 only, fixed columns, the fraction always
 // read as two characters over 100; a term that is not numeric is left out.
 double StringToTime(QStringView text);

@@ -36,9 +36,9 @@ void appendEvent(QString &out, const QString &start, const QString &end, const Q
 void appendEvent(QString &out, double start, double end, const QString &text)
 {
     out += QStringLiteral("Dialogue: Marked=0,");
-    basScript::AppendTime2(out, start);
+    AppendTimeString(out, start, 2);
     out += u',';
-    basScript::AppendTime2(out, end);
+    AppendTimeString(out, end, 2);
     out += QStringLiteral(",*Default,说话人,0000,0000,0000,,");
     out += text;
     out += QStringLiteral("\r\n");
@@ -107,6 +107,22 @@ QString frameTime(double seconds)
     return u'0' + t.left(7) + u':' + t.mid(t.indexOf(u'.') + 1, 2);
 }
 
+// The decimal digits of a count, appended without a string of their own.
+void appendNumber(QString &out, qint32 value)
+{
+    char16_t digits[12];
+    int count = 0;
+    quint32 v = value < 0 ? 0u - quint32(value) : quint32(value);
+    do {
+        digits[count++] = char16_t(u'0' + v % 10);
+        v /= 10;
+    } while (v > 0);
+    if (value < 0)
+        digits[count++] = u'-';
+    while (count > 0)
+        out += QChar(digits[--count]);
+}
+
 // SMP, SST and LRC write a line only when it says something.
 bool isWritten(const CSSAContentLine *line)
 {
@@ -147,7 +163,7 @@ QString ContentToSRT(const CSSAContent &content)
     auto appendTime = [&text, &time](const CSSAContentLine *line, double seconds, bool start) {
         time.clear();
         if (line->TimeFormat == 0)
-            basScript::AppendTime2(time, seconds);
+            AppendTimeString(time, seconds, 2);
         else
             time = start ? line->StartTimeString() : line->EndTimeString();
         time.replace(u'.', u',');
@@ -159,7 +175,7 @@ QString ContentToSRT(const CSSAContent &content)
         if (line->Blank)
             continue;
         ++counter;
-        text += QString::number(counter);
+        appendNumber(text, counter);
         text += kLineEnd;
         appendTime(line, line->StartTime(), true);
         text += QStringLiteral(" --> ");

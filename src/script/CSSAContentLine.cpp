@@ -134,7 +134,7 @@ QString CSSAContentLine::timeString(double seconds) const
 void CSSAContentLine::appendTimeString(QString &out, double seconds) const
 {
     if (TimeFormat == 0 || TimeFormat > 3 || TimeFormat < 0)
-        AppendTime2(out, seconds);
+        AppendTimeString(out, seconds, 2);
     else
         out += timeString(seconds);
 }
@@ -290,10 +290,14 @@ void CSSAContentLine::Parse(QStringView s)
     // The fields behind the colon, split at every comma; the text is whatever follows
     // the ninth comma, commas included.
     const QStringView rest = s.sliced(colon + 1);
+    // The fields are short: one pass over the characters finds the commas sooner than a
+    // search started anew for each.
     qsizetype commas[9];
     int found = 0;
-    for (qsizetype at = rest.indexOf(u','); at >= 0 && found < 9; at = rest.indexOf(u',', at + 1))
-        commas[found++] = at;
+    const QChar *chars = rest.data();
+    for (qsizetype at = 0, n = rest.size(); at < n && found < 9; ++at)
+        if (chars[at] == u',')
+            commas[found++] = at;
     if (found < 8) {
         ErrNumber = 5;
         return;

@@ -66,27 +66,6 @@ double FastStringToTime(QStringView t)
     return StringToTime(t);
 }
 
-void AppendTime2(QString &out, double seconds)
-{
-    if (!(seconds >= 0 && seconds < 1e15)) { // below zero, damaged or not a number
-        out += TimeToString(seconds, 2);
-        return;
-    }
-    const qint64 whole = qint64(std::floor(seconds));
-    const qint64 hours = whole / 3600;
-    const qint64 minutes = (whole % 3600) / 60;
-    const qint64 secs = whole % 60;
-    const qint64 fraction = qint64(std::floor(seconds * 100 + 0.00001)) % 100;
-    if (hours < 10)
-        out += QChar(u'0' + int(hours));
-    else
-        out += QString::number(hours);
-    const char16_t tail[] = { u':', char16_t(u'0' + minutes / 10), char16_t(u'0' + minutes % 10), u':',
-        char16_t(u'0' + secs / 10), char16_t(u'0' + secs % 10), u'.', char16_t(u'0' + fraction / 10),
-        char16_t(u'0' + fraction % 10) };
-    out.append(reinterpret_cast<const QChar *>(tail), 9);
-}
-
 qsizetype AppendWithoutOverrideBlocks(QString &out, QStringView text)
 {
     const qsizetype base = out.size();

@@ -36,8 +36,6 @@ void AppendPattern0000(QString &out, const QString &text);
 // The strict time parser with a fast path for the common "H:MM:SS.hh" form; the result
 // is the same as StringToTime's.
 double FastStringToTime(QStringView text);
-// TimeToString(seconds, 2) appended in place.
-void AppendTime2(QString &out, double seconds);
 
 // Appends `text` without its override blocks: "{\" up to the next "}" goes, and a
 // block that never closes cuts the rest. Removing a block can join a "{" in front with

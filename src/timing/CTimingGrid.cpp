@@ -63,6 +63,12 @@ const QString &CheckedNumberText(const QString &text)
 
 QString NumberText(qint64 value)
 {
+    // The one-digit numbers (layers, most effect fields) are shared, not made per cell.
+    static const QString digits[10] = { QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"),
+        QStringLiteral("3"), QStringLiteral("4"), QStringLiteral("5"), QStringLiteral("6"),
+        QStringLiteral("7"), QStringLiteral("8"), QStringLiteral("9") };
+    if (value >= 0 && value <= 9)
+        return digits[value];
     return basConvert::CStr(value);
 }
 
@@ -242,9 +248,9 @@ void CTimingGrid::ShowColumn(int col)
 bool CTimingGrid::IsRowBlank(int row) const
 {
     const CSpread &grid = *m_spread;
-    return basScript::TrimView(grid.GetText(ColStartTime, row)).isEmpty()
-        && basScript::TrimView(grid.GetText(ColEndTime, row)).isEmpty()
-        && basScript::TrimView(grid.GetText(ColDialog, row)).isEmpty();
+    return basScript::TrimView(grid.TextAt(ColStartTime, row)).isEmpty()
+        && basScript::TrimView(grid.TextAt(ColEndTime, row)).isEmpty()
+        && basScript::TrimView(grid.TextAt(ColDialog, row)).isEmpty();
 }
 
 qint32 CTimingGrid::RowSerial(int row) const
@@ -579,20 +585,20 @@ void CTimingGrid::StoreRow(int row, CSSAContentLine &line, const QStringList &ef
     line.m_Changed = RowChanged(row);
     line.m_Question = RowQuestion(row);
     line.m_DisableCheckTiming = RowCheckDisabled(row);
-    line.LineType = LineTypeFromChinese(grid.GetText(ColLineType, row));
-    const qint16 layer = NumberCell(grid.GetText(ColLayer, row));
+    line.LineType = LineTypeFromChinese(grid.TextAt(ColLineType, row));
+    const qint16 layer = NumberCell(grid.TextAt(ColLayer, row));
     line.setMarked(layer);
     line.setLayer(layer);
-    line.setStartTimeString(grid.GetText(ColStartTime, row));
-    line.setEndTimeString(grid.GetText(ColEndTime, row));
-    const QString style = grid.GetText(ColStyle, row);
+    line.setStartTimeString(grid.TextAt(ColStartTime, row));
+    line.setEndTimeString(grid.TextAt(ColEndTime, row));
+    const QString style = grid.TextAt(ColStyle, row);
     line.setStyle(style == basScript::Names().DefaultStyle ? basScript::Names().StarDefault : style);
-    line.setOwner(grid.GetText(ColOwner, row));
-    line.setMarginL(CheckedNumberText(grid.GetText(ColMarginL, row)));
-    line.setMarginR(CheckedNumberText(grid.GetText(ColMarginR, row)));
-    line.setMarginV(CheckedNumberText(grid.GetText(ColMarginV, row)));
+    line.setOwner(grid.TextAt(ColOwner, row));
+    line.setMarginL(CheckedNumberText(grid.TextAt(ColMarginL, row)));
+    line.setMarginR(CheckedNumberText(grid.TextAt(ColMarginR, row)));
+    line.setMarginV(CheckedNumberText(grid.TextAt(ColMarginV, row)));
 
-    const qsizetype item = effects.indexOf(grid.GetText(ColEffect, row));
+    const qsizetype item = effects.indexOf(grid.TextAt(ColEffect, row));
     if (item >= 0 && item < 6) {
         line.setEffectName(effectName(item));
         if (item == 4)
@@ -602,11 +608,11 @@ void CTimingGrid::StoreRow(int row, CSSAContentLine &line, const QStringList &ef
     } else {
         line.setEffectName(QString());
     }
-    line.setEffectY1(NumberCell(grid.GetText(ColEffectY1, row)));
-    line.setEffectY2(NumberCell(grid.GetText(ColEffectY2, row)));
-    line.setEffectDelay(NumberCell(grid.GetText(ColEffectDelay, row)));
-    line.setEffectFade(NumberCell(grid.GetText(ColEffectFade, row)));
-    line.setDialog(grid.GetText(ColDialog, row));
+    line.setEffectY1(NumberCell(grid.TextAt(ColEffectY1, row)));
+    line.setEffectY2(NumberCell(grid.TextAt(ColEffectY2, row)));
+    line.setEffectDelay(NumberCell(grid.TextAt(ColEffectDelay, row)));
+    line.setEffectFade(NumberCell(grid.TextAt(ColEffectFade, row)));
+    line.setDialog(grid.TextAt(ColDialog, row));
     line.ForcePosition = false;
     line.Displayed = false;
     line.DisplayX = line.DisplayY = line.DisplayHeight = line.DisplayWidth = 0;

@@ -25,6 +25,8 @@ TEST(TimeToString, DamagedTimesGiveAStringNotAFault)
 {
     // A damaged file can carry any number: the hours grow, nothing overflows.
     EXPECT_EQ(TimeToString(1e15, 2), "277777777777:46:40.00");
+    EXPECT_EQ(TimeToString(3.6e12 + 61.5, 2), "1000000000:01:01.50");
+    EXPECT_EQ(TimeToString(3.6e12 + 61.96, 1), "1000000000:01:01.0");
     const QString huge = TimeToString(2.4e80, 2);
     EXPECT_TRUE(huge.startsWith(u"66666666666666")) << qPrintable(huge);
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^[0-9]{77}:[0-5][0-9]:[0-5][0-9]\\.[0-9][0-9]$"))
