@@ -43,7 +43,8 @@ public:
     void SelectTab(int tab);
     int CurrentTab() const { return m_tab; }
 
-    // Hides and enables every control inside the frame, then declares the page.
+    // Hides and enables every control inside the frame, then declares the page (page 5
+    // declares none and leaves everything as it stands).
     void ShowPage(int page, bool showDefaults);
     void BackupCtrl(int page, bool firstTime);
     void RestoreCtrl(int page);
