@@ -25,6 +25,29 @@ template <typename Window> struct WindowMenuItem
     QAction *MdiVelmar::*FrameEntry = nullptr;
 };
 
+// A document window's own menus followed by the frame's options, window and help menus,
+// whose entries stand for the frame's entries of the same names.
+template <typename Window>
+std::vector<WindowMenuItem<Window>> WithFrameMenus(std::vector<WindowMenuItem<Window>> items)
+{
+    using M = WindowMenuItem<Window>;
+    items.insert(items.end(),
+        {
+            { M::Title, "mnuOption", "MENU_OPTION_000" },
+            { M::Entry, "mnuOptionSetting", "MENU_OPTION_100", nullptr, &MdiVelmar::mnuOptionSetting },
+            { M::Title, "mnuWindow", "MENU_WINDOW_000" },
+            { M::Entry, "mnuWindowTileHorizontally", "MENU_WINDOW_100", nullptr,
+                &MdiVelmar::mnuWindowTileHorizontally },
+            { M::Entry, "mnuWindowTileVertically", "MENU_WINDOW_101", nullptr,
+                &MdiVelmar::mnuWindowTileVertically },
+            { M::Entry, "mnuWindowCascade", "MENU_WINDOW_102", nullptr, &MdiVelmar::mnuWindowCascade },
+            { M::Entry, "mnuWindowArrange", "MENU_WINDOW_103", nullptr, &MdiVelmar::mnuWindowArrange },
+            { M::Title, "mnuHelp", "MENU_HELP_000" },
+            { M::Entry, "mnuHelpVersion", "MENU_HELP_100", nullptr, &MdiVelmar::mnuHelpVersion },
+        });
+    return items;
+}
+
 // Renders the recent-file entries behind the first of `shown` in its menu: entries are
 // made as needed (each new one is handed to `made`), captions and visibility follow the
 // list, surplus entries are hidden. True when any entry is visible.

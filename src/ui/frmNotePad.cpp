@@ -36,7 +36,7 @@ using MenuItem = WindowMenuItem<frmNotePad>;
 const std::vector<MenuItem> &frmNotePad::MenuItems()
 {
     using M = MenuItem;
-    static const std::vector<M> items = {
+    static const std::vector<M> items = WithFrameMenus<frmNotePad>({
         { M::Title, "mnuFile", "MENU_FILE_000" },
         { M::Entry, "mnuFileOpen", "VELMAR_NOTEPAD_103", [](frmNotePad &w) { w.OpenFile(0, QString()); } },
         { M::Entry, "mnuFileSave", "VELMAR_NOTEPAD_104", [](frmNotePad &w) { w.SaveFile(false); } },
@@ -74,18 +74,7 @@ const std::vector<MenuItem> &frmNotePad::MenuItems()
         { M::Title, "mnuFormat", "VELMAR_NOTEPAD_102" },
         { M::Entry, "mnuFormatFont", "VELMAR_NOTEPAD_120", [](frmNotePad &w) { w.FormatFont(); } },
         { M::Entry, "mnuFormatColor", "VELMAR_NOTEPAD_121", [](frmNotePad &w) { w.FormatColor(); } },
-        { M::Title, "mnuOption", "MENU_OPTION_000" },
-        { M::Entry, "mnuOptionSetting", "MENU_OPTION_100", nullptr, &MdiVelmar::mnuOptionSetting },
-        { M::Title, "mnuWindow", "MENU_WINDOW_000" },
-        { M::Entry, "mnuWindowTileHorizontally", "MENU_WINDOW_100", nullptr,
-            &MdiVelmar::mnuWindowTileHorizontally },
-        { M::Entry, "mnuWindowTileVertically", "MENU_WINDOW_101", nullptr,
-            &MdiVelmar::mnuWindowTileVertically },
-        { M::Entry, "mnuWindowCascade", "MENU_WINDOW_102", nullptr, &MdiVelmar::mnuWindowCascade },
-        { M::Entry, "mnuWindowArrange", "MENU_WINDOW_103", nullptr, &MdiVelmar::mnuWindowArrange },
-        { M::Title, "mnuHelp", "MENU_HELP_000" },
-        { M::Entry, "mnuHelpVersion", "MENU_HELP_100", nullptr, &MdiVelmar::mnuHelpVersion },
-    };
+    });
     return items;
 }
 

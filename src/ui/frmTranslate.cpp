@@ -110,7 +110,7 @@ using MenuItem = WindowMenuItem<frmTranslate>;
 const std::vector<MenuItem> &frmTranslate::MenuItems()
 {
     using M = MenuItem;
-    static const std::vector<M> items = {
+    static const std::vector<M> items = WithFrameMenus<frmTranslate>({
         { M::Title, "mnuFile", "MENU_FILE_000" },
         { M::Entry, "mnuFileNewTiming", "MENU_FILE_101", nullptr, &MdiVelmar::mnuFileNewTiming },
         { M::Entry, "mnuFileNewTranslate", "MENU_FILE_100", nullptr, &MdiVelmar::mnuFileNewTranslate },
@@ -131,18 +131,7 @@ const std::vector<MenuItem> &frmTranslate::MenuItems()
         { M::Recent },
         { M::Separator },
         { M::Entry, "mnuFileExit", "VELMAR_TRANSLATE_102", nullptr, &MdiVelmar::mnuFileExit },
-        { M::Title, "mnuOption", "MENU_OPTION_000" },
-        { M::Entry, "mnuOptionSetting", "MENU_OPTION_100", nullptr, &MdiVelmar::mnuOptionSetting },
-        { M::Title, "mnuWindow", "MENU_WINDOW_000" },
-        { M::Entry, "mnuWindowTileHorizontally", "MENU_WINDOW_100", nullptr,
-            &MdiVelmar::mnuWindowTileHorizontally },
-        { M::Entry, "mnuWindowTileVertically", "MENU_WINDOW_101", nullptr,
-            &MdiVelmar::mnuWindowTileVertically },
-        { M::Entry, "mnuWindowCascade", "MENU_WINDOW_102", nullptr, &MdiVelmar::mnuWindowCascade },
-        { M::Entry, "mnuWindowArrange", "MENU_WINDOW_103", nullptr, &MdiVelmar::mnuWindowArrange },
-        { M::Title, "mnuHelp", "MENU_HELP_000" },
-        { M::Entry, "mnuHelpVersion", "MENU_HELP_100", nullptr, &MdiVelmar::mnuHelpVersion },
-    };
+    });
     return items;
 }
 
